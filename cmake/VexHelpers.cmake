@@ -1,0 +1,30 @@
+# Small helpers shared by every folder's CMakeLists.txt.
+
+# Adds every CMakeLists.txt-bearing subfolder of the current folder, in name order,
+# so that each subsystem owns its own build file.
+function(vex_add_subfolders)
+  file(GLOB children LIST_DIRECTORIES true RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR}/*)
+  list(SORT children)
+  foreach(child IN LISTS children)
+    if(IS_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/${child} AND EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${child}/CMakeLists.txt)
+      add_subdirectory(${child})
+    endif()
+  endforeach()
+endfunction()
+
+# vex_add_test(NAME name LABELS label... SOURCES file... [LIBRARIES lib...])
+# One GoogleTest executable; every test case becomes a ctest test carrying the labels.
+function(vex_add_test)
+  cmake_parse_arguments(T "" "NAME;TIMEOUT" "LABELS;SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${T_NAME} ${T_SOURCES})
+  target_link_libraries(${T_NAME} PRIVATE vexpanel GTest::gtest GTest::gtest_main ${T_LIBRARIES})
+  target_compile_definitions(${T_NAME} PRIVATE
+    VEX_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
+    VEX_TESTDATA_DIR="${PROJECT_SOURCE_DIR}/../shared/testdata")
+  if(NOT T_TIMEOUT)
+    set(T_TIMEOUT 300)
+  endif()
+  gtest_discover_tests(${T_NAME}
+    PROPERTIES LABELS "${T_LABELS}" TIMEOUT ${T_TIMEOUT}
+    DISCOVERY_TIMEOUT 60)
+endfunction()

@@ -1,0 +1,59 @@
+#include "platform/dib.h"
+
+#include "base/numeric.h"
+#include "base/runtime_error.h"
+
+namespace vex::platform {
+
+int32_t Dib::StrideFor(int32_t width, int bitCount)
+{
+    int64_t bitsPerRow = int64_t{width} * bitCount;
+    return ToInt32(((bitsPerRow + 31) / 32) * 4);
+}
+
+Dib::Dib(int32_t width, int32_t height, int bitCount, bool topDown)
+    : width_(width)
+    , height_(height)
+    , bitCount_(bitCount)
+    , topDown_(topDown)
+{
+    if (width < 0 || height < 0)
+        Raise(ErrorCode::InvalidProcedureCall);
+    if (bitCount != 1 && bitCount != 4 && bitCount != 8 && bitCount != 24 && bitCount != 32)
+        Raise(ErrorCode::InvalidProcedureCall);
+    stride_ = StrideFor(width, bitCount);
+    int64_t total = int64_t{stride_} * height;
+    ToInt32(total);
+    bits_.assign(static_cast<size_t>(total), 0);
+}
+
+uint8_t* Dib::row(int32_t y)
+{
+    int32_t stored = topDown_ ? y : height_ - 1 - y;
+    return bits_.data() + static_cast<size_t>(stored) * static_cast<size_t>(stride_);
+}
+
+const uint8_t* Dib::row(int32_t y) const
+{
+    return const_cast<Dib*>(this)->row(y);
+}
+
+ColorRef Dib::pixel(int32_t x, int32_t y) const
+{
+    const uint8_t* line = row(y);
+    auto fromPalette = [&](unsigned index) -> ColorRef {
+        if (index >= palette_.size())
+            return 0;
+        const RgbQuad& q = palette_[index];
+        return Rgb(q.red, q.green, q.blue);
+    };
+    switch (bitCount_) {
+    case 1: return fromPalette((line[x / 8] >> (7 - x % 8)) & 1u);
+    case 4: return fromPalette((line[x / 2] >> (x % 2 ? 0 : 4)) & 0xFu);
+    case 8: return fromPalette(line[x]);
+    case 24: return Rgb(line[x * 3 + 2], line[x * 3 + 1], line[x * 3]);
+    default: return Rgb(line[x * 4 + 2], line[x * 4 + 1], line[x * 4]);
+    }
+}
+
+} // namespace vex::platform

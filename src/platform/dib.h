@@ -1,0 +1,66 @@
+#pragma once
+// A device-independent bitmap: 1, 4, 8, 24 or 32 bits per pixel, an optional palette, rows
+// padded to 4 bytes, stored top-down or bottom-up exactly as a BITMAPINFO describes them.
+//
+//   bits:  row r of the buffer starts at r * stride. With topDown == false (the Windows default,
+//          a positive biHeight) buffer row 0 is the *bottom* image row.
+//   24 bpp pixels are B, G, R; 32 bpp pixels are B, G, R, A (A kept as stored).
+//   1/4/8 bpp pixels are palette indices, most significant bits first.
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "base/ole_color.h"
+
+namespace vex::platform {
+
+struct RgbQuad {
+    uint8_t blue = 0;
+    uint8_t green = 0;
+    uint8_t red = 0;
+    uint8_t reserved = 0;
+    friend bool operator==(const RgbQuad&, const RgbQuad&) = default;
+};
+static_assert(sizeof(RgbQuad) == 4);
+
+class Dib {
+public:
+    Dib() = default;
+    // A zero-filled bitmap. Raises Overflow for sizes whose buffer would not fit 32 bits and
+    // Invalid procedure call for a bit count other than 1, 4, 8, 24 or 32 or a negative size.
+    Dib(int32_t width, int32_t height, int bitCount, bool topDown = true);
+
+    int32_t width() const { return width_; }
+    int32_t height() const { return height_; }
+    int bitCount() const { return bitCount_; }
+    bool topDown() const { return topDown_; }
+    int32_t stride() const { return stride_; }
+    bool empty() const { return width_ == 0 || height_ == 0; }
+
+    std::vector<RgbQuad>& palette() { return palette_; }
+    const std::vector<RgbQuad>& palette() const { return palette_; }
+    std::vector<uint8_t>& bits() { return bits_; }
+    const std::vector<uint8_t>& bits() const { return bits_; }
+
+    // Row y of the *image* (0 = top), whatever the storage order.
+    uint8_t* row(int32_t y);
+    const uint8_t* row(int32_t y) const;
+
+    // The colour of pixel (x, y) of the image, palette resolved; out-of-range palette indices
+    // give black. Slow: for tests and tools.
+    ColorRef pixel(int32_t x, int32_t y) const;
+
+    static int32_t StrideFor(int32_t width, int bitCount); // 4-byte aligned row length
+
+private:
+    int32_t width_ = 0;
+    int32_t height_ = 0;
+    int bitCount_ = 32;
+    bool topDown_ = true;
+    int32_t stride_ = 0;
+    std::vector<RgbQuad> palette_;
+    std::vector<uint8_t> bits_;
+};
+
+} // namespace vex::platform
