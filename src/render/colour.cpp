@@ -1,0 +1,80 @@
+#include "render/colour.h"
+
+#include <algorithm>
+
+#include "base/numeric.h"
+
+namespace vex::render {
+
+ColorRef TranslateColor(OleColor color, const platform::DeviceContext& dc)
+{
+    if (IsSystemColor(color)) {
+        // Only the low byte names the colour; other bits in between make it invalid.
+        if ((color & 0x7FFFFF00u) != 0 || SystemColorIndex(color) > 30)
+            return 0;
+        return dc.GetSysColor(SystemColorIndex(color));
+    }
+    switch (color >> 24) {
+    case 0x00:
+    case 0x01:
+    case 0x02:
+        return color & 0x00FFFFFFu;
+    default:
+        return 0;
+    }
+}
+
+namespace {
+
+int32_t Clamp(int32_t channel, int32_t amount)
+{
+    if (amount >= 1)
+        return std::min(channel, 255);
+    if (amount < 0)
+        return std::max(channel, 0);
+    return channel;
+}
+
+} // namespace
+
+ColorRef ShiftColour(ColorRef color, int32_t amount, bool proportional)
+{
+    int32_t red = static_cast<int32_t>(RedOf(color));
+    int32_t green = static_cast<int32_t>(GreenOf(color));
+    int32_t blue = static_cast<int32_t>(BlueOf(color));
+    red = Add32(red, amount);
+    green = Add32(green, amount);
+    blue = proportional ? Add32(blue, IntDiv32(Mul32(blue, amount), 192)) : Add32(blue, amount);
+    if (amount == 0)
+        return color;
+    red = Clamp(red, amount);
+    green = Clamp(green, amount);
+    blue = Clamp(blue, amount);
+    return static_cast<ColorRef>(red + green * 256 + blue * 65536);
+}
+
+ColorRef BlendTowardWhite(ColorRef color, int32_t amount)
+{
+    auto blend = [amount](uint32_t channel) {
+        int32_t value = Add32(IntDiv32(Mul32(static_cast<int32_t>(channel), Sub32(255, amount)), 255), amount);
+        return static_cast<uint32_t>(std::min(value, 255));
+    };
+    return Rgb(blend(RedOf(color)), blend(GreenOf(color)), blend(BlueOf(color)));
+}
+
+std::array<ColorRef, 11> PrepareSysColors(const platform::DeviceContext& dc)
+{
+    std::array<ColorRef, 11> colors {};
+    colors[1] = colors[2] = dc.GetSysColor(syscolor::ButtonFace);
+    colors[3] = dc.GetSysColor(syscolor::ButtonShadow);
+    colors[4] = dc.GetSysColor(syscolor::Light3D);
+    colors[5] = dc.GetSysColor(syscolor::DarkShadow3D);
+    colors[6] = dc.GetSysColor(syscolor::ButtonHighlight);
+    colors[7] = colors[8] = dc.GetSysColor(syscolor::ButtonText);
+    colors[9] = dc.GetSysColor(syscolor::Highlight);
+    colors[10] = BlendTowardWhite(colors[9], 176);
+    colors[0] = ShiftColour(colors[1], 30, true);
+    return colors;
+}
+
+} // namespace vex::render
