@@ -2,6 +2,9 @@
 # packages are missing (as root) or says exactly what to install.
 .PHONY: all setup build test test-native test-asan test-fuzz demo bench clean
 
+SHELL := /bin/bash
+.SHELLFLAGS := -o pipefail -c
+
 all: build
 
 setup:
@@ -13,19 +16,20 @@ build: setup
 
 # Every suite through ctest, then the same suites under ASan + UBSan, then short fuzz runs.
 test: build
-	ctest --preset default
+	ctest --preset default | tee build/ctest.log
 	$(MAKE) test-asan
 	$(MAKE) test-fuzz
+	@scripts/test-summary build/ctest.log build-asan/ctest.log build-fuzz/fuzz.log
 
 test-asan: setup
 	cmake --preset asan
 	cmake --build --preset asan
-	ctest --preset asan
+	ctest --preset asan | tee build-asan/ctest.log
 
 test-fuzz: setup
 	cmake --preset fuzz
 	cmake --build --preset fuzz
-	scripts/run-fuzzers build-fuzz
+	scripts/run-fuzzers build-fuzz | tee build-fuzz/fuzz.log
 
 demo: build
 	@scripts/demo build
