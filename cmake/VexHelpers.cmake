@@ -12,10 +12,11 @@ function(vex_add_subfolders)
   endforeach()
 endfunction()
 
-# vex_add_test(NAME name LABELS label... SOURCES file... [LIBRARIES lib...])
-# One GoogleTest executable; every test case becomes a ctest test carrying the labels.
+# vex_add_test(NAME name LABELS label... SOURCES file... [LIBRARIES lib...] [PROPERTIES prop value...])
+# One GoogleTest executable; every test case becomes a ctest test carrying the labels (and any
+# further ctest properties, e.g. FIXTURES_REQUIRED).
 function(vex_add_test)
-  cmake_parse_arguments(T "" "NAME;TIMEOUT" "LABELS;SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(T "" "NAME;TIMEOUT" "LABELS;SOURCES;LIBRARIES;PROPERTIES" ${ARGN})
   add_executable(${T_NAME} ${T_SOURCES})
   target_link_libraries(${T_NAME} PRIVATE vexpanel GTest::gtest GTest::gtest_main ${T_LIBRARIES})
   target_compile_definitions(${T_NAME} PRIVATE
@@ -25,6 +26,6 @@ function(vex_add_test)
     set(T_TIMEOUT 300)
   endif()
   gtest_discover_tests(${T_NAME}
-    PROPERTIES LABELS "${T_LABELS}" TIMEOUT ${T_TIMEOUT}
+    PROPERTIES LABELS "${T_LABELS}" TIMEOUT ${T_TIMEOUT} ${T_PROPERTIES}
     DISCOVERY_TIMEOUT 60)
 endfunction()
