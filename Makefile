@@ -38,4 +38,4 @@ bench: build
 	@scripts/run-benchmarks build
 
 clean:
-	rm -rf build build-asan build-fuzz
+	rm -rf build build-asan build-fuzz build-win32

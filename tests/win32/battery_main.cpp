@@ -12,8 +12,11 @@
 #include "platform/win32/surface.h"
 static constexpr vex::drawtest::SurfaceFactory kMakeSurface = vex::platform::win32::CreateSurface;
 #else
-#include "platform/soft/surface.h"
-static constexpr vex::drawtest::SurfaceFactory kMakeSurface = vex::platform::soft::CreateSurface;
+#include "platform/soft/soft_device_context.h"
+static std::unique_ptr<vex::platform::DeviceContext> kMakeSurface(int32_t width, int32_t height)
+{
+    return vex::platform::soft::CreateSurface(width, height);
+}
 #endif
 
 int main(int argc, char** argv)

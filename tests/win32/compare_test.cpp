@@ -12,7 +12,7 @@
 #include "battery.h"
 #include "battery_file.h"
 #include "images.h"
-#include "platform/soft/surface.h"
+#include "platform/soft/soft_device_context.h"
 
 namespace vex::drawtest {
 namespace {
@@ -47,6 +47,11 @@ void WriteImages(const std::string& name, const platform::Dib& soft, const platf
     WritePng(base + ".diff.png", DiffImage(soft, gdi));
 }
 
+std::unique_ptr<DeviceContext> MakeSoftSurface(int32_t width, int32_t height)
+{
+    return platform::soft::CreateSurface(width, height);
+}
+
 class SoftMatchesGdi : public testing::TestWithParam<std::string> { };
 
 TEST_P(SoftMatchesGdi, PixelsAndFacts)
@@ -59,7 +64,7 @@ TEST_P(SoftMatchesGdi, PixelsAndFacts)
     auto found = gdiResults.find(drawingCase->name);
     ASSERT_NE(found, gdiResults.end()) << "the Windows program wrote no result for " << drawingCase->name;
     const CaseResult& gdi = found->second;
-    CaseResult soft = RunCase(*drawingCase, platform::soft::CreateSurface);
+    CaseResult soft = RunCase(*drawingCase, MakeSoftSurface);
 
     EXPECT_EQ(soft.facts, gdi.facts) << "facts differ (left soft, right GDI)";
 
