@@ -1,0 +1,81 @@
+// The background picture: PictureBackground centred at its own size, stretched over the inside
+// of the border, or tiled from the border's inner corner. It is keyed out when it is an icon, or
+// marked with OptionPicBackGround or PictureBackgroundUseMask.
+
+#include "render/background_picture.h"
+
+#include "base/numeric.h"
+#include "render/colour.h"
+#include "render/panel_line.h"
+#include "render/picture_source.h"
+
+namespace vex::render {
+
+void RenderBackgroundPicture(PaintContext& context, bool insetKnown, int32_t inset)
+{
+    const PanelProperties& props = context.props;
+    if (!props.PictureBackground)
+        return;
+    const platform::Picture& picture = *props.PictureBackground;
+    platform::DeviceContext& surface = context.services.Dc();
+    const int32_t pw = PicturePixels(picture.width());
+    const int32_t ph = PicturePixels(picture.height());
+    const ColorRef backColour = context.services.BackColorRgb();
+    PictureSource source(surface, picture, pw, ph, backColour);
+
+    const bool keyed = source.isIcon() || props.OptionPicBackGround || props.PictureBackgroundUseMask;
+    uint32_t key = kNoKey;
+    if (source.isIcon())
+        key = backColour;
+    else if (props.PictureBackgroundUseMask)
+        key = TranslateColor(props.PictureMaskColor, surface);
+    else if (props.OptionPicBackGround)
+        key = kOptionPicKey;
+
+    auto draw = [&](int32_t x, int32_t y, int32_t width, int32_t height) {
+        if (keyed) {
+            surface.TransparentBlt(x, y, width, height, source.dc(), 0, 0, pw, ph, key);
+        } else {
+            surface.SetStretchBltMode(platform::kStretchHalftone);
+            surface.StretchBlt(x, y, width, height, source.dc(), 0, 0, pw, ph);
+        }
+    };
+
+    const int32_t R = context.state.ClientWidth;
+    const int32_t H = context.state.ClientHeight;
+    switch (props.PictureBackgroundStyle) {
+    case 0: // centred at its own size; no inset
+        draw(IntDiv32(Sub32(R, pw), 2), IntDiv32(Sub32(H, ph), 2), pw, ph);
+        break;
+    case 1: // the inset is taken off once, so the picture runs on under the right and bottom border
+        if (insetKnown)
+            draw(inset, inset, Sub32(R, inset), Sub32(H, inset));
+        break;
+    case 2: { // tiles at their own size, column by column; always a transparent blit, which
+              // with the key -1 keys out nothing
+        const int32_t columns = Add32(IntDiv32(R, pw), 1);
+        const int32_t rows = Add32(IntDiv32(H, ph), 1);
+        int32_t& column = context.state.PaintLoopIndex;
+        for (column = 1; column <= columns; column = Add32(column, 1)) {
+            const int16_t x = ToInt16(int64_t { inset } + int64_t { column - 1 } * pw);
+            for (int32_t row = 1; row <= rows; ++row) {
+                const int16_t y = ToInt16(int64_t { inset } + int64_t { row - 1 } * ph);
+                surface.TransparentBlt(x, y, pw, ph, source.dc(), 0, 0, pw, ph, key);
+            }
+        }
+        break;
+    }
+    default: // not a style: nothing
+        break;
+    }
+}
+
+void DrawBackgroundPicture(PaintContext& context)
+{
+    // The inset follows the 3D border style whatever the appearance, Windows included.
+    int16_t inset = 0;
+    const bool known = Border3DInset(context.props, inset);
+    RenderBackgroundPicture(context, known, known ? inset : 0);
+}
+
+} // namespace vex::render
