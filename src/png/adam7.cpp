@@ -1,0 +1,110 @@
+#include "png/adam7.h"
+
+#include <cstring>
+#include <string_view>
+
+#include "png/unfilter.h"
+
+namespace vex::png {
+
+namespace {
+
+constexpr std::string_view kPassPattern[kAdam7Passes] = {"1", "5", "15", "37", "1357", "2468", "12345678"};
+
+int64_t Owned(int64_t size, int first, int step)
+{
+    return size > first ? (size - first + step - 1) / step : 0;
+}
+
+// Copies the pixels of one reconstructed pass row into their places in the full image.
+void ScatterRow(const uint8_t* passRow, int64_t columns, const Adam7Pass& pass, int bitsPerPixel, uint8_t* imageRow)
+{
+    if (bitsPerPixel >= 8) {
+        size_t pixelBytes = static_cast<size_t>(bitsPerPixel / 8);
+        for (int64_t i = 0; i < columns; ++i) {
+            int64_t x = pass.firstColumn + i * pass.columnStep;
+            std::memcpy(imageRow + x * pixelBytes, passRow + i * pixelBytes, pixelBytes);
+        }
+        return;
+    }
+    // Sub-byte pixels: move the bits of pass pixel i to the bit position of image pixel x.
+    unsigned mask = (1u << bitsPerPixel) - 1;
+    for (int64_t i = 0; i < columns; ++i) {
+        int64_t sourceBit = i * bitsPerPixel;
+        unsigned value = (passRow[sourceBit / 8] >> (8 - bitsPerPixel - sourceBit % 8)) & mask;
+        int64_t x = pass.firstColumn + i * pass.columnStep;
+        int64_t targetBit = x * bitsPerPixel;
+        int shift = static_cast<int>(8 - bitsPerPixel - targetBit % 8);
+        uint8_t& target = imageRow[targetBit / 8];
+        target = static_cast<uint8_t>((target & ~(mask << shift)) | (value << shift));
+    }
+}
+
+} // namespace
+
+int64_t PassColumns(int64_t width, int pass)
+{
+    return Owned(width, kAdam7[pass].firstColumn, kAdam7[pass].columnStep);
+}
+
+int64_t PassRows(int64_t height, int pass)
+{
+    return Owned(height, kAdam7[pass].firstRow, kAdam7[pass].rowStep);
+}
+
+int64_t PassRowBytes(int64_t width, int bitsPerPixel, int pass)
+{
+    std::string_view pattern = kPassPattern[pass];
+    int64_t rest = width % 8;
+    int64_t leading = 0; // leading pattern columns inside the partial block
+    for (char digit : pattern) {
+        if (digit - '0' > rest)
+            break;
+        ++leading;
+    }
+    int64_t fullBlocks = (width - rest) / 8;
+    int64_t fullBits = int64_t{bitsPerPixel} * fullBlocks * static_cast<int64_t>(pattern.size());
+    int64_t fullBytes = (fullBits - fullBits % 8) / 8;
+    if (bitsPerPixel >= 8)
+        return fullBytes + (bitsPerPixel / 8) * leading;
+    int64_t restBits = fullBits % 8 + (rest > 0 ? int64_t{bitsPerPixel} * leading : 0);
+    return fullBytes + (restBits + 7) / 8;
+}
+
+int64_t InterlacedDataSize(int64_t width, int64_t height, int bitsPerPixel)
+{
+    int64_t total = 0;
+    for (int pass = 0; pass < kAdam7Passes; ++pass) {
+        if (PassColumns(width, pass) == 0)
+            continue;
+        total += (PassRowBytes(width, bitsPerPixel, pass) + 1) * PassRows(height, pass);
+    }
+    return total;
+}
+
+void Deinterlace(std::vector<uint8_t>& data, const PngHeader& header, std::vector<uint8_t>& image)
+{
+    int bitsPerPixel = BitsPerPixel(header);
+    size_t step = static_cast<size_t>(FilterStep(bitsPerPixel));
+    size_t imageRowBytes = static_cast<size_t>(PackedRowBytes(header.width, bitsPerPixel));
+    image.assign(imageRowBytes * static_cast<size_t>(header.height), 0);
+
+    size_t offset = 0;
+    for (int pass = 0; pass < kAdam7Passes; ++pass) {
+        int64_t columns = PassColumns(header.width, pass);
+        int64_t rows = PassRows(header.height, pass);
+        if (columns == 0 || rows == 0)
+            continue;
+        size_t rowLength = static_cast<size_t>(PassRowBytes(header.width, bitsPerPixel, pass)) + 1;
+        uint8_t* block = data.data() + offset;
+        UnfilterImage(block, rowLength, static_cast<size_t>(rows), step);
+        for (int64_t r = 0; r < rows; ++r) {
+            int64_t y = kAdam7[pass].firstRow + r * kAdam7[pass].rowStep;
+            ScatterRow(block + r * rowLength + 1, columns, kAdam7[pass], bitsPerPixel,
+                       image.data() + static_cast<size_t>(y) * imageRowBytes);
+        }
+        offset += rowLength * static_cast<size_t>(rows);
+    }
+}
+
+} // namespace vex::png

@@ -1,0 +1,56 @@
+#pragma once
+// The PNG stream as the decoder reads it: the signature, then chunks until IEND.
+//
+//   chunk:  length (4, BE, signed)  type (4 chars)  data (length bytes)  CRC (4, skipped)
+//
+// The stream is read the way the host reads a file opened for binary access: positions count
+// from 1, and a read past the end gives zero bytes instead of failing. The chunk buffer is only
+// re-dimensioned for a positive length, so a zero-length (or negative-length) chunk reads as
+// many bytes as the chunk before it held, and reuses its contents if the file has run out.
+// Lengths are checked against the file's size before anything is read, so no chunk can make
+// the reader hold more than the file's own size. CRCs are never checked.
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/ole_color.h"
+#include "png/png_header.h"
+
+namespace vex::png {
+
+// ErrorNumber codes of the stream.
+inline constexpr int32_t kErrorNone = 0;
+inline constexpr int32_t kErrorSignature = 1;   // the first 8 bytes are not the PNG signature
+inline constexpr int32_t kErrorTruncated = 3;   // a chunk would run past the end of the file
+inline constexpr int32_t kErrorNoImageData = 4; // IEND without any IDAT data
+
+// Everything the chunks leave in a LoadPNG object. Fields not reset by BeginStream carry over
+// from one stream to the next on the same object (text keeps growing, deliberately).
+struct ChunkState {
+    PngHeader header;
+    std::vector<uint8_t> compressed; // all IDAT payloads, in file order
+    std::vector<uint8_t> palette;    // PLTE payload
+    std::vector<uint8_t> transparency;
+    std::vector<uint8_t> background; // bKGD payload
+    bool hasTransparency = false;
+    bool hasBackground = false;
+    ColorRef backgroundColor = 0;
+    int32_t gamma = 0;
+    std::string text;
+    std::string compressedText;
+    std::string modificationTime;
+};
+
+// Inflates a zTXt stream in place with the given output capacity.
+using TextInflate = std::function<void(std::vector<uint8_t>& data, int32_t& capacity)>;
+
+// Reads a whole PNG stream into `state` and returns an ErrorNumber code (0 when IEND was
+// reached with image data). Raises RuntimeError only where the host would: Overflow for
+// positions past 2^31, Subscript out of range for the bKGD palette read, and whatever the
+// zTXt inflate raises.
+int32_t ReadChunks(std::span<const uint8_t> file, ChunkState& state, const TextInflate& inflate);
+
+} // namespace vex::png

@@ -1,0 +1,318 @@
+#include "png/pixel_convert.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "png/ancillary.h"
+#include "png/compose.h"
+
+namespace vex::png {
+
+namespace {
+
+using platform::Dib;
+using platform::RgbQuad;
+
+// Sample x of a row whose samples are `depth` bits wide (1, 2, 4 or 8), most significant first.
+inline unsigned SampleAt(const uint8_t* row, size_t x, int depth)
+{
+    if (depth == 8)
+        return row[x];
+    size_t bit = x * static_cast<size_t>(depth);
+    unsigned shift = 8u - static_cast<unsigned>(depth) - static_cast<unsigned>(bit % 8);
+    return (row[bit / 8] >> shift) & ((1u << depth) - 1u);
+}
+
+inline unsigned Sample16(const uint8_t* bytes)
+{
+    return (unsigned{bytes[0]} << 8) | bytes[1];
+}
+
+std::vector<RgbQuad> GreyRamp(int depth)
+{
+    size_t entries = depth == 16 ? 256 : size_t{1} << depth;
+    unsigned step = GreyRampStep(depth);
+    std::vector<RgbQuad> ramp(entries);
+    for (size_t i = 0; i < entries; ++i) {
+        auto level = static_cast<uint8_t>(i * step);
+        ramp[i] = RgbQuad{level, level, level, 0};
+    }
+    return ramp;
+}
+
+size_t PaletteEntries(const std::vector<uint8_t>& palette)
+{
+    return std::min<size_t>(palette.size() / 3, 256);
+}
+
+// Entries past 2^depth cannot be indexed and are not part of the bitmap's palette.
+std::vector<RgbQuad> PaletteQuads(const std::vector<uint8_t>& palette, int depth)
+{
+    size_t entries = std::min(PaletteEntries(palette), size_t{1} << depth);
+    std::vector<RgbQuad> quads(entries);
+    for (size_t i = 0; i < entries; ++i)
+        quads[i] = RgbQuad{palette[3 * i + 2], palette[3 * i + 1], palette[3 * i], 0};
+    return quads;
+}
+
+// ---- Opaque paths -------------------------------------------------------------------------
+
+Dib CopyPacked(const PngHeader& header, const PackedImage& image, int bitCount)
+{
+    Dib dib(header.width, header.height, bitCount, true);
+    size_t rowBytes = static_cast<size_t>(PackedRowBytes(header.width, bitCount));
+    for (int32_t y = 0; y < header.height; ++y)
+        std::memcpy(dib.row(y), image.pixels + static_cast<size_t>(y) * image.stride, rowBytes);
+    return dib;
+}
+
+// One byte per pixel from samples of 1, 2, 4 or 16 bits (16: the high byte).
+Dib ExpandToBytes(const PngHeader& header, const PackedImage& image)
+{
+    Dib dib(header.width, header.height, 8, true);
+    size_t width = static_cast<size_t>(header.width);
+    for (int32_t y = 0; y < header.height; ++y) {
+        const uint8_t* source = image.pixels + static_cast<size_t>(y) * image.stride;
+        uint8_t* target = dib.row(y);
+        if (header.bitDepth == 16) {
+            for (size_t x = 0; x < width; ++x)
+                target[x] = source[2 * x];
+        } else {
+            for (size_t x = 0; x < width; ++x)
+                target[x] = static_cast<uint8_t>(SampleAt(source, x, header.bitDepth));
+        }
+    }
+    return dib;
+}
+
+Dib RgbToBgr(const PngHeader& header, const PackedImage& image)
+{
+    Dib dib(header.width, header.height, 24, true);
+    size_t width = static_cast<size_t>(header.width);
+    size_t sampleBytes = header.bitDepth == 16 ? 2 : 1;
+    for (int32_t y = 0; y < header.height; ++y) {
+        const uint8_t* source = image.pixels + static_cast<size_t>(y) * image.stride;
+        uint8_t* target = dib.row(y);
+        if (sampleBytes == 1) {
+            for (size_t x = 0; x < width; ++x, source += 3, target += 3) {
+                target[0] = source[2];
+                target[1] = source[1];
+                target[2] = source[0];
+            }
+        } else {
+            for (size_t x = 0; x < width; ++x, source += 6, target += 3) {
+                target[0] = source[4];
+                target[1] = source[2];
+                target[2] = source[0];
+            }
+        }
+    }
+    return dib;
+}
+
+std::optional<Dib> ConvertOpaque(const PngHeader& header, const PackedImage& image, const ChunkData& chunks)
+{
+    int depth = header.bitDepth;
+    switch (header.colorType) {
+    case 0: {
+        bool packedKept = (depth == 8) || ((depth == 1 || depth == 4) && !image.interlaced);
+        Dib dib = packedKept ? CopyPacked(header, image, depth) : ExpandToBytes(header, image);
+        dib.palette() = GreyRamp(depth);
+        return dib;
+    }
+    case 2: return RgbToBgr(header, image);
+    case 3: {
+        Dib dib = depth == 2 ? ExpandToBytes(header, image) : CopyPacked(header, image, depth);
+        dib.palette() = PaletteQuads(chunks.palette, depth);
+        return dib;
+    }
+    default: return std::nullopt;
+    }
+}
+
+// ---- Paths with alpha ---------------------------------------------------------------------
+
+struct TransparentValue {
+    bool enabled = false;
+    unsigned red = 0, green = 0, blue = 0; // grey uses red
+};
+
+TransparentValue TransparentSample(const PngHeader& header, const ChunkData& chunks, bool apply)
+{
+    TransparentValue value;
+    if (!apply)
+        return value;
+    const std::vector<uint8_t>& t = chunks.transparency;
+    unsigned mask = header.bitDepth >= 16 ? 0xFFFFu : (1u << header.bitDepth) - 1u;
+    value.enabled = true;
+    if (header.colorType == 0) {
+        value.red = Sample16(t.data()) & mask;
+    } else if (header.colorType == 2) {
+        value.red = Sample16(t.data()) & mask;
+        value.green = Sample16(t.data() + 2) & mask;
+        value.blue = Sample16(t.data() + 4) & mask;
+    }
+    return value;
+}
+
+// Row y of the image as B, G, R, A bytes.
+void ExpandRowToBgra(const PngHeader& header, const uint8_t* source, const ChunkData& chunks,
+                     const TransparentValue& transparent, const std::vector<RgbQuad>& ramp, uint8_t* out)
+{
+    size_t width = static_cast<size_t>(header.width);
+    int depth = header.bitDepth;
+    bool wide = depth == 16;
+    switch (header.colorType) {
+    case 0:
+        for (size_t x = 0; x < width; ++x, out += 4) {
+            unsigned sample = wide ? Sample16(source + 2 * x) : SampleAt(source, x, depth);
+            uint8_t grey = wide ? source[2 * x] : ramp[sample].red;
+            out[0] = out[1] = out[2] = grey;
+            out[3] = (transparent.enabled && sample == transparent.red) ? 0 : 255;
+        }
+        break;
+    case 2:
+        for (size_t x = 0; x < width; ++x, out += 4) {
+            unsigned red, green, blue;
+            if (wide) {
+                red = Sample16(source + 6 * x);
+                green = Sample16(source + 6 * x + 2);
+                blue = Sample16(source + 6 * x + 4);
+                out[0] = static_cast<uint8_t>(blue >> 8);
+                out[1] = static_cast<uint8_t>(green >> 8);
+                out[2] = static_cast<uint8_t>(red >> 8);
+            } else {
+                red = source[3 * x];
+                green = source[3 * x + 1];
+                blue = source[3 * x + 2];
+                out[0] = static_cast<uint8_t>(blue);
+                out[1] = static_cast<uint8_t>(green);
+                out[2] = static_cast<uint8_t>(red);
+            }
+            bool clear = transparent.enabled && red == transparent.red && green == transparent.green &&
+                         blue == transparent.blue;
+            out[3] = clear ? 0 : 255;
+        }
+        break;
+    case 3: {
+        size_t entries = PaletteEntries(chunks.palette);
+        size_t alphas = std::min(entries, chunks.transparency.size());
+        for (size_t x = 0; x < width; ++x, out += 4) {
+            unsigned index = SampleAt(source, x, depth);
+            if (index < entries) {
+                out[0] = chunks.palette[3 * index + 2];
+                out[1] = chunks.palette[3 * index + 1];
+                out[2] = chunks.palette[3 * index];
+            } else {
+                out[0] = out[1] = out[2] = 0;
+            }
+            out[3] = index < alphas ? chunks.transparency[index] : 255;
+        }
+        break;
+    }
+    case 4: {
+        size_t pixelBytes = wide ? 4 : 2;
+        size_t alphaOffset = wide ? 2 : 1;
+        for (size_t x = 0; x < width; ++x, out += 4, source += pixelBytes) {
+            out[0] = out[1] = out[2] = source[0];
+            out[3] = source[alphaOffset];
+        }
+        break;
+    }
+    case 6:
+        if (wide) {
+            for (size_t x = 0; x < width; ++x, out += 4, source += 8) {
+                out[0] = source[4];
+                out[1] = source[2];
+                out[2] = source[0];
+                out[3] = source[6];
+            }
+        } else {
+            for (size_t x = 0; x < width; ++x, out += 4, source += 4) {
+                out[0] = source[2];
+                out[1] = source[1];
+                out[2] = source[0];
+                out[3] = source[3];
+            }
+        }
+        break;
+    default: break;
+    }
+}
+
+// The background row under image row y, B, G, R: the background picture's pixels where it
+// covers the image (offset by the SetToBkgrnd position), the background colour elsewhere.
+void FillBackgroundRow(const ConversionSettings& settings, int32_t y, size_t width, uint8_t* out)
+{
+    const Dib* picture = settings.backgroundPicture;
+    int64_t pictureY = int64_t{y} + settings.pictureY;
+    for (size_t x = 0; x < width; ++x, out += 3) {
+        ColorRef colour = settings.background;
+        int64_t pictureX = static_cast<int64_t>(x) + settings.pictureX;
+        if (picture != nullptr && pictureX >= 0 && pictureY >= 0 && pictureX < picture->width() &&
+            pictureY < picture->height())
+            colour = picture->pixel(static_cast<int32_t>(pictureX), static_cast<int32_t>(pictureY));
+        out[0] = static_cast<uint8_t>(BlueOf(colour));
+        out[1] = static_cast<uint8_t>(GreenOf(colour));
+        out[2] = static_cast<uint8_t>(RedOf(colour));
+    }
+}
+
+Dib ConvertWithAlpha(const PngHeader& header, const PackedImage& image, const ChunkData& chunks,
+                     const ConversionSettings& settings, bool applyTransparency, bool compose)
+{
+    size_t width = static_cast<size_t>(header.width);
+    TransparentValue transparent = TransparentSample(header, chunks, applyTransparency);
+    std::vector<RgbQuad> ramp;
+    if (header.colorType == 0 && header.bitDepth != 16)
+        ramp = GreyRamp(header.bitDepth);
+
+    if (!compose) {
+        Dib dib(header.width, header.height, 32, false);
+        for (int32_t y = 0; y < header.height; ++y)
+            ExpandRowToBgra(header, image.pixels + static_cast<size_t>(y) * image.stride, chunks, transparent, ramp,
+                            dib.row(y));
+        return dib;
+    }
+
+    Dib dib(header.width, header.height, 24, false);
+    std::vector<uint8_t> bgra(width * 4);
+    std::vector<uint8_t> background(width * 3);
+    bool pictureBackground = settings.backgroundPicture != nullptr;
+    if (!pictureBackground)
+        FillBackgroundRow(settings, 0, width, background.data());
+    for (int32_t y = 0; y < header.height; ++y) {
+        ExpandRowToBgra(header, image.pixels + static_cast<size_t>(y) * image.stride, chunks, transparent, ramp,
+                        bgra.data());
+        if (pictureBackground)
+            FillBackgroundRow(settings, y, width, background.data());
+        ComposeRow(bgra.data(), background.data(), dib.row(y), width);
+    }
+    return dib;
+}
+
+} // namespace
+
+bool TransparencyUsable(int32_t colorType, const std::vector<uint8_t>& transparency)
+{
+    switch (colorType) {
+    case 0: return transparency.size() == 2;
+    case 2: return transparency.size() == 6;
+    case 3: return !transparency.empty();
+    default: return false;
+    }
+}
+
+std::optional<Dib> ConvertImage(const PngHeader& header, const PackedImage& image, const ChunkData& chunks,
+                                const ConversionSettings& settings)
+{
+    if (!IsSupportedFormat(header.colorType, header.bitDepth))
+        return std::nullopt;
+    if (header.colorType == 4 || header.colorType == 6)
+        return ConvertWithAlpha(header, image, chunks, settings, false, settings.useAlpha);
+    if (settings.useTransparency && chunks.hasTransparency && TransparencyUsable(header.colorType, chunks.transparency))
+        return ConvertWithAlpha(header, image, chunks, settings, true, true);
+    return ConvertOpaque(header, image, chunks);
+}
+
+} // namespace vex::png

@@ -1,0 +1,301 @@
+// LoadPNG as a whole, on files made in the test: the error codes and their "never reset" rule,
+// the size limit, file opening, and the pixel rules the suite cannot show on its own.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "base/runtime_error.h"
+#include "png/load_png.h"
+#include "png_writer.h"
+
+namespace vex::png {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::PngWriter;
+using testing::WithFilterBytes;
+
+struct Decoded {
+    std::shared_ptr<PictureBox> box = std::make_shared<PictureBox>();
+    const platform::Dib* dib() const { return box->Picture ? &box->Picture->bitmap() : nullptr; }
+};
+
+Decoded DecodeInto(LoadPNG& decoder, const std::vector<uint8_t>& file)
+{
+    Decoded decoded;
+    decoder.setPicBox(decoded.box);
+    decoder.OpenPNGFromMemory(file);
+    return decoded;
+}
+
+int32_t RaisedBy(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const RuntimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+// A 7x5 RGB image with every byte different from its neighbours.
+std::vector<uint8_t> TestRgbPixels()
+{
+    std::vector<uint8_t> pixels(7 * 5 * 3);
+    for (size_t i = 0; i < pixels.size(); ++i)
+        pixels[i] = static_cast<uint8_t>(i * 37 + 11);
+    return pixels;
+}
+
+TEST(LoadPNG, OneByteIdatsDecodeLikeOneIdat)
+{
+    auto rows = WithFilterBytes(TestRgbPixels(), 21);
+    LoadPNG whole, split;
+    auto a = DecodeInto(whole, PngWriter().Ihdr(7, 5, 8, 2).Idat(rows).Iend().bytes());
+    auto b = DecodeInto(split, PngWriter().Ihdr(7, 5, 8, 2).Idat(rows, 1).Iend().bytes());
+    ASSERT_TRUE(a.dib() && b.dib());
+    EXPECT_EQ(a.dib()->bits(), b.dib()->bits());
+    EXPECT_EQ(a.dib()->pixel(1, 0), Rgb(11 + 3 * 37, (11 + 4 * 37) & 255, (11 + 5 * 37) & 255));
+    EXPECT_EQ(whole.OutputBitsPerPixel(), 24);
+    EXPECT_TRUE(a.dib()->topDown());
+}
+
+TEST(LoadPNG, ErrorNumberIsNeverReset)
+{
+    auto good = PngWriter().Ihdr(7, 5, 8, 2).Idat(WithFilterBytes(TestRgbPixels(), 21)).Iend().bytes();
+    LoadPNG decoder;
+    EXPECT_EQ(decoder.ErrorNumber(), 0);
+    DecodeInto(decoder, {1, 2, 3});
+    EXPECT_EQ(decoder.ErrorNumber(), 1);
+    auto after = DecodeInto(decoder, good);
+    EXPECT_TRUE(after.dib());                // the picture is made...
+    EXPECT_EQ(decoder.ErrorNumber(), 1);     // ...and the old code stays
+    DecodeInto(decoder, PngWriter().Ihdr(1, 1, 8, 0).Iend().bytes());
+    EXPECT_EQ(decoder.ErrorNumber(), 4);
+    EXPECT_EQ(decoder.OutputBitsPerPixel(), 0); // reset by every call
+}
+
+TEST(LoadPNG, HugeDeclaredImagesAreRefusedBeforeAnyAllocation)
+{
+    // 60000 x 60000 RGBA from a file of a few dozen bytes.
+    LoadPNG decoder;
+    auto huge = DecodeInto(decoder, PngWriter().Ihdr(60000, 60000, 8, 6).Idat({0, 0, 0, 0, 0}).Iend().bytes());
+    EXPECT_EQ(decoder.ErrorNumber(), kErrorImageRefused);
+    EXPECT_FALSE(huge.dib());
+
+    LoadPNG limited;
+    limited.setMaxPixels(34);
+    DecodeInto(limited, PngWriter().Ihdr(7, 5, 8, 2).Idat(WithFilterBytes(TestRgbPixels(), 21)).Iend().bytes());
+    EXPECT_EQ(limited.ErrorNumber(), kErrorImageRefused);
+
+    for (auto [width, height] : {std::pair{0, 5}, {5, 0}, {-1, 5}}) {
+        LoadPNG zero;
+        DecodeInto(zero, PngWriter().Ihdr(width, height, 8, 0).Idat({0}).Iend().bytes());
+        EXPECT_EQ(zero.ErrorNumber(), kErrorImageRefused) << width << "x" << height;
+    }
+
+    // Within the limit but far more than the data could inflate to: the short-data error,
+    // raised before the output is allocated.
+    LoadPNG bold;
+    EXPECT_EQ(RaisedBy([&] { DecodeInto(bold, PngWriter().Ihdr(9000, 9000, 8, 6).Idat({0}).Iend().bytes()); }), 9);
+}
+
+TEST(LoadPNG, DataShorterThanTheImageRaisesSubscriptOutOfRange)
+{
+    auto rows = WithFilterBytes(TestRgbPixels(), 21);
+    rows.resize(rows.size() - 1);
+    LoadPNG decoder;
+    EXPECT_EQ(RaisedBy([&] { DecodeInto(decoder, PngWriter().Ihdr(7, 5, 8, 2).Idat(rows).Iend().bytes()); }), 9);
+}
+
+TEST(LoadPNG, UnsupportedFormatsGiveNoPictureAndNoError)
+{
+    for (auto [depth, type] : {std::pair{8, 1}, {8, 5}, {3, 0}, {16, 3}, {4, 2}, {1, 6}}) {
+        LoadPNG decoder;
+        auto result = DecodeInto(decoder, PngWriter().Ihdr(2, 2, depth, type).Idat(std::vector<uint8_t>(64)).Iend().bytes());
+        EXPECT_FALSE(result.dib());
+        EXPECT_EQ(decoder.ErrorNumber(), 0);
+    }
+}
+
+TEST(LoadPNG, PictureWithoutPicBoxRaisesObjectNotSet)
+{
+    LoadPNG decoder;
+    auto file = PngWriter().Ihdr(7, 5, 8, 2).Idat(WithFilterBytes(TestRgbPixels(), 21)).Iend().bytes();
+    EXPECT_EQ(RaisedBy([&] { decoder.OpenPNGFromMemory(file); }), 91);
+}
+
+TEST(LoadPNG, OpeningFilesLikeTheHost)
+{
+    fs::path folder = fs::temp_directory_path() / ("vex-png-test-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
+    fs::create_directories(folder);
+    LoadPNG decoder;
+    // A missing file is created empty and fails the signature test.
+    fs::path missing = folder / "missing.png";
+    decoder.OpenPNG(missing.string());
+    EXPECT_EQ(decoder.ErrorNumber(), 1);
+    EXPECT_TRUE(fs::exists(missing));
+    EXPECT_EQ(fs::file_size(missing), 0u);
+    // A directory cannot be opened; neither can a file in a folder that does not exist.
+    EXPECT_EQ(RaisedBy([&] { decoder.OpenPNG(folder.string()); }), 75);
+    EXPECT_EQ(RaisedBy([&] { decoder.OpenPNG((folder / "no" / "such.png").string()); }), 76);
+    // A real file decodes.
+    fs::path real = folder / "real.png";
+    auto bytes = PngWriter().Ihdr(7, 5, 8, 2).Chunk("gAMA", {0, 0, 0xB1, 0x8F}).Idat(WithFilterBytes(TestRgbPixels(), 21)).Iend().bytes();
+    std::ofstream(real, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    auto box = std::make_shared<PictureBox>();
+    LoadPNG fresh;
+    fresh.setPicBox(box);
+    fresh.OpenPNG(real.string());
+    EXPECT_TRUE(box->Picture);
+    EXPECT_DOUBLE_EQ(fresh.gama(), 0.45455);
+    fs::remove_all(folder);
+}
+
+TEST(LoadPNG, SixteenBitSamplesAreTruncated)
+{
+    LoadPNG decoder;
+    auto result = DecodeInto(decoder, PngWriter().Ihdr(2, 1, 16, 0).Idat({0, 0x80, 0xFF, 0x7F, 0xFF}).Iend().bytes());
+    ASSERT_TRUE(result.dib());
+    EXPECT_EQ(result.dib()->bitCount(), 8);
+    EXPECT_EQ(result.dib()->palette().size(), 256u);
+    EXPECT_EQ(result.dib()->pixel(0, 0), Rgb(0x80, 0x80, 0x80));
+    EXPECT_EQ(result.dib()->pixel(1, 0), Rgb(0x7F, 0x7F, 0x7F));
+}
+
+// One RGBA row: alpha 128, 0, 255, 1 over a 255/0/77 source.
+std::vector<uint8_t> AlphaRow()
+{
+    return {0, 255, 0, 77, 128, 255, 0, 77, 0, 255, 0, 77, 255, 255, 0, 77, 1};
+}
+
+TEST(LoadPNG, AlphaComposesOntoTheChosenColour)
+{
+    auto file = PngWriter().Ihdr(4, 1, 8, 6).Chunk("bKGD", {0, 0, 0, 100, 0, 0}).Idat(AlphaRow()).Iend().bytes();
+
+    LoadPNG kept; // SetAlpha off: 32 bits, alpha bytes in place
+    auto raw = DecodeInto(kept, file);
+    ASSERT_TRUE(raw.dib());
+    EXPECT_EQ(raw.dib()->bitCount(), 32);
+    EXPECT_FALSE(raw.dib()->topDown());
+    EXPECT_EQ((std::vector<uint8_t>(raw.dib()->row(0), raw.dib()->row(0) + 8)),
+              (std::vector<uint8_t>{77, 0, 255, 128, 77, 0, 255, 0}));
+    EXPECT_TRUE(kept.HaveAlpha());
+
+    LoadPNG onFileColour; // the file's bKGD: green 100
+    onFileColour.setSetAlpha(true);
+    auto composed = DecodeInto(onFileColour, file);
+    ASSERT_TRUE(composed.dib());
+    EXPECT_EQ(composed.dib()->bitCount(), 24);
+    EXPECT_EQ(onFileColour.BkgdColor(), Rgb(0, 100, 0));
+    // alpha 128: red (255*128 + 0 + 255) / 256 = 128; green (0 + 100*127 + 255) / 256 = 50
+    EXPECT_EQ(composed.dib()->pixel(0, 0), Rgb(128, 50, (77 * 128 + 255) / 256));
+    EXPECT_EQ(composed.dib()->pixel(1, 0), Rgb(0, 100, 0));   // alpha 0: the background exactly
+    EXPECT_EQ(composed.dib()->pixel(2, 0), Rgb(255, 0, 77));  // alpha 255: the source exactly
+    EXPECT_EQ(composed.dib()->pixel(3, 0), Rgb((255 + 255) / 256, (100 * 254 + 255) / 256, (77 + 255) / 256));
+
+    LoadPNG onOwnColour;
+    onOwnColour.setSetAlpha(true);
+    onOwnColour.SetOwnBkgndColor(true, Rgb(0, 0, 200));
+    auto own = DecodeInto(onOwnColour, file);
+    EXPECT_EQ(own.dib()->pixel(1, 0), Rgb(0, 0, 200));
+}
+
+TEST(LoadPNG, AlphaComposesOntoTheBackgroundPictureAtItsOffset)
+{
+    platform::Dib backdrop(3, 3, 24, true);
+    for (int y = 0; y < 3; ++y)
+        for (int x = 0; x < 3; ++x) {
+            uint8_t* px = backdrop.row(y) + x * 3;
+            px[0] = static_cast<uint8_t>(10 * x), px[1] = static_cast<uint8_t>(10 * y), px[2] = 1;
+        }
+    // A 2x2 fully transparent grey + alpha image shows the picture from (2, 1) on; image column
+    // 1 falls outside it and takes the colour.
+    auto file = PngWriter().Ihdr(2, 2, 8, 4).Idat({0, 9, 0, 9, 0, 0, 9, 0, 9, 0}).Iend().bytes();
+    LoadPNG decoder;
+    decoder.setSetAlpha(true);
+    decoder.SetOwnBkgndColor(true, Rgb(7, 7, 7));
+    decoder.setBackgroundPicture(platform::Picture::FromBitmap(backdrop));
+    decoder.SetToBkgrnd(true, 2, 1);
+    auto result = DecodeInto(decoder, file);
+    ASSERT_TRUE(result.dib());
+    EXPECT_EQ(result.dib()->pixel(0, 0), Rgb(1, 10, 20));
+    EXPECT_EQ(result.dib()->pixel(0, 1), Rgb(1, 20, 20));
+    EXPECT_EQ(result.dib()->pixel(1, 0), Rgb(7, 7, 7));
+}
+
+TEST(LoadPNG, TransparencyForGreyRgbAndPalette)
+{
+    struct Case {
+        std::vector<uint8_t> file;
+        ColorRef first, second; // pixels 0 and 1 after composing onto Rgb(1, 2, 3)
+    };
+    std::vector<uint8_t> palette = {255, 0, 0, 0, 255, 0};
+    const Case cases[] = {
+        {PngWriter().Ihdr(2, 1, 8, 0).Chunk("tRNS", {0, 40}).Idat({0, 40, 41}).Iend().bytes(), Rgb(1, 2, 3), Rgb(41, 41, 41)},
+        {PngWriter().Ihdr(2, 1, 2, 0).Chunk("tRNS", {0xFF, 0xF1}).Idat({0, 0x40}).Iend().bytes(), Rgb(1, 2, 3), Rgb(0, 0, 0)},
+        {PngWriter().Ihdr(2, 1, 16, 2).Chunk("tRNS", {1, 2, 3, 4, 5, 6}).Idat({0, 1, 2, 3, 4, 5, 6, 1, 2, 3, 4, 5, 7}).Iend().bytes(),
+         Rgb(1, 2, 3), Rgb(1, 3, 5)},
+        {PngWriter().Ihdr(2, 1, 8, 3).Chunk("PLTE", palette).Chunk("tRNS", {128}).Idat({0, 0, 1}).Iend().bytes(),
+         Rgb((255 * 128 + 127 + 255) / 256, (2 * 127 + 255) / 256, (3 * 127 + 255) / 256), Rgb(0, 255, 0)},
+    };
+    for (const auto& c : cases) {
+        LoadPNG decoder;
+        decoder.setSetTrans(true);
+        decoder.SetOwnBkgndColor(true, Rgb(1, 2, 3));
+        auto result = DecodeInto(decoder, c.file);
+        ASSERT_TRUE(result.dib());
+        EXPECT_TRUE(decoder.HaveTransparence());
+        EXPECT_FALSE(decoder.HaveAlpha());
+        EXPECT_EQ(result.dib()->bitCount(), 24);
+        EXPECT_EQ(result.dib()->pixel(0, 0), c.first);
+        EXPECT_EQ(result.dib()->pixel(1, 0), c.second);
+
+        LoadPNG plain; // without SetTrans the tRNS is only reported
+        auto opaque = DecodeInto(plain, c.file);
+        EXPECT_TRUE(plain.HaveTransparence());
+        EXPECT_NE(opaque.dib()->bitCount(), 24 + 8);
+    }
+}
+
+TEST(LoadPNG, BitmapLayoutByColourTypeAndDepth)
+{
+    struct Case {
+        int width, depth, type, interlace;
+        int bits;
+        size_t paletteEntries;
+    };
+    std::vector<uint8_t> palette(300, 9); // 100 entries
+    const Case cases[] = {
+        {9, 1, 0, 0, 1, 2},  {9, 1, 0, 1, 8, 2},  {9, 2, 0, 0, 8, 4},   {9, 4, 0, 0, 4, 16}, {9, 4, 0, 1, 8, 16},
+        {9, 8, 0, 0, 8, 256}, {9, 16, 0, 1, 8, 256}, {9, 1, 3, 0, 1, 2}, {9, 2, 3, 1, 8, 4},  {9, 4, 3, 0, 4, 16},
+        {9, 8, 3, 0, 8, 100}, {9, 16, 2, 1, 24, 0}, {9, 16, 4, 0, 32, 0}, {9, 8, 6, 1, 32, 0},
+    };
+    for (const auto& c : cases) {
+        PngHeader header{c.width, 3, c.depth, c.type, 0, 0, c.interlace};
+        int bitsPerPixel = BitsPerPixel(header);
+        std::vector<uint8_t> raw;
+        if (c.interlace == 1) {
+            raw.assign(1000, 0); // all-zero passes: the size is what matters here
+        } else {
+            raw = WithFilterBytes(std::vector<uint8_t>(static_cast<size_t>(PackedRowBytes(c.width, bitsPerPixel) * 3), 0),
+                                  static_cast<size_t>(PackedRowBytes(c.width, bitsPerPixel)));
+        }
+        PngWriter writer;
+        writer.Ihdr(c.width, 3, c.depth, c.type, c.interlace);
+        if (c.type == 3)
+            writer.Chunk("PLTE", palette);
+        LoadPNG decoder;
+        auto result = DecodeInto(decoder, writer.Idat(raw).Iend().bytes());
+        ASSERT_TRUE(result.dib()) << c.depth << "/" << c.type;
+        EXPECT_EQ(result.dib()->bitCount(), c.bits) << c.depth << "/" << c.type << "/" << c.interlace;
+        EXPECT_EQ(result.dib()->palette().size(), c.paletteEntries) << c.depth << "/" << c.type;
+        EXPECT_EQ(result.dib()->topDown(), c.bits != 32) << c.depth << "/" << c.type;
+        EXPECT_EQ(decoder.OutputBitsPerPixel(), c.bits);
+    }
+}
+
+} // namespace
+} // namespace vex::png
