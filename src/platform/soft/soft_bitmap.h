@@ -1,0 +1,56 @@
+#pragma once
+// The software layer's bitmap: 32 bits per pixel, top-down rows without padding.
+//
+//   pixel: 0x00RRGGBB as a uint32_t, which in memory is B, G, R, 0 — the byte order of a 32-bit
+//   DIB row, so a Snapshot is one copy. ColorRef (0x00BBGGRR) is converted at the API edge.
+
+#include <cstdint>
+#include <vector>
+
+#include "base/ole_color.h"
+#include "platform/device_context.h"
+
+namespace vex::platform::soft {
+
+using Pixel = uint32_t;
+
+constexpr Pixel PixelFromColorRef(ColorRef color)
+{
+    return ((color & 0xFFu) << 16) | (color & 0xFF00u) | ((color >> 16) & 0xFFu);
+}
+
+constexpr ColorRef ColorRefFromPixel(Pixel pixel)
+{
+    return ((pixel & 0xFFu) << 16) | (pixel & 0xFF00u) | ((pixel >> 16) & 0xFFu);
+}
+
+class SoftBitmap final : public Bitmap {
+public:
+    // Largest bitmap the layer creates (GDI refuses huge bitmaps too; callers get nullptr).
+    static constexpr int64_t kMaxPixels = int64_t{1} << 28;
+    static bool SizeAllowed(int32_t width, int32_t height);
+
+    // A black bitmap; the size must be allowed (callers check SizeAllowed first).
+    SoftBitmap(int32_t width, int32_t height);
+
+    Size size() const override { return Size { width_, height_ }; }
+    int32_t width() const { return width_; }
+    int32_t height() const { return height_; }
+
+    Pixel* row(int32_t y) { return pixels_.data() + static_cast<size_t>(y) * static_cast<size_t>(width_); }
+    const Pixel* row(int32_t y) const { return pixels_.data() + static_cast<size_t>(y) * static_cast<size_t>(width_); }
+    std::vector<Pixel>& pixels() { return pixels_; }
+    const std::vector<Pixel>& pixels() const { return pixels_; }
+
+    bool Contains(int32_t x, int32_t y) const { return x >= 0 && y >= 0 && x < width_ && y < height_; }
+
+    // Changes the size, keeping the pixels of the overlapping area; new pixels are black.
+    void Resize(int32_t width, int32_t height);
+
+private:
+    int32_t width_ = 0;
+    int32_t height_ = 0;
+    std::vector<Pixel> pixels_;
+};
+
+} // namespace vex::platform::soft

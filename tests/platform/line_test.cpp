@@ -1,0 +1,101 @@
+// LineTo's pixels: the end point is never painted, and a line and its reverse differ exactly by
+// their end points, which is what GDI's per-octant tie-breaking guarantees.
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "platform/soft/raster.h"
+#include "soft_test_support.h"
+
+namespace vex::platform::soft::testing {
+namespace {
+
+PixelSet Line(Point from, Point to, int32_t size = 64)
+{
+    auto dc = WhiteSurface(size, size);
+    dc->MoveToEx(from.x, from.y);
+    dc->LineTo(to.x, to.y);
+    return PaintedPixels(*dc);
+}
+
+TEST(LineTo, AxisLinesStopBeforeTheirEndInBothDirections)
+{
+    EXPECT_EQ(Line({ 2, 5 }, { 6, 5 }), (PixelSet { { 2, 5 }, { 3, 5 }, { 4, 5 }, { 5, 5 } }));
+    EXPECT_EQ(Line({ 6, 5 }, { 2, 5 }), (PixelSet { { 6, 5 }, { 5, 5 }, { 4, 5 }, { 3, 5 } }));
+    EXPECT_EQ(Line({ 3, 1 }, { 3, 4 }), (PixelSet { { 3, 1 }, { 3, 2 }, { 3, 3 } }));
+    EXPECT_EQ(Line({ 3, 4 }, { 3, 1 }), (PixelSet { { 3, 4 }, { 3, 3 }, { 3, 2 } }));
+}
+
+TEST(LineTo, LengthZeroPaintsNothingAndLengthOnePaintsTheStart)
+{
+    EXPECT_TRUE(Line({ 7, 7 }, { 7, 7 }).empty());
+    for (Point to : { Point { 8, 7 }, Point { 6, 7 }, Point { 7, 8 }, Point { 7, 6 }, Point { 8, 8 }, Point { 6, 6 }, Point { 8, 6 }, Point { 6, 8 } })
+        EXPECT_EQ(Line({ 7, 7 }, to), (PixelSet { { 7, 7 } })) << to.x << "," << to.y;
+}
+
+TEST(LineTo, ShallowLinesBreakTiesByDirection)
+{
+    // Going right and down the tie at the midpoint stays on the row; going left and up it moves.
+    EXPECT_EQ(Line({ 0, 0 }, { 4, 2 }), (PixelSet { { 0, 0 }, { 1, 0 }, { 2, 1 }, { 3, 1 } }));
+    EXPECT_EQ(Line({ 4, 2 }, { 0, 0 }), (PixelSet { { 4, 2 }, { 3, 1 }, { 2, 1 }, { 1, 0 } }));
+    // Steep, going down-left (biased) and down-right (not).
+    EXPECT_EQ(Line({ 4, 0 }, { 2, 4 }), (PixelSet { { 4, 0 }, { 3, 1 }, { 3, 2 }, { 2, 3 } }));
+    EXPECT_EQ(Line({ 2, 0 }, { 4, 4 }), (PixelSet { { 2, 0 }, { 2, 1 }, { 3, 2 }, { 3, 3 } }));
+}
+
+TEST(LineTo, DiagonalsInAllFourDirections)
+{
+    EXPECT_EQ(Line({ 1, 1 }, { 4, 4 }), (PixelSet { { 1, 1 }, { 2, 2 }, { 3, 3 } }));
+    EXPECT_EQ(Line({ 4, 4 }, { 1, 1 }), (PixelSet { { 4, 4 }, { 3, 3 }, { 2, 2 } }));
+    EXPECT_EQ(Line({ 4, 1 }, { 1, 4 }), (PixelSet { { 4, 1 }, { 3, 2 }, { 2, 3 } }));
+    EXPECT_EQ(Line({ 1, 4 }, { 4, 1 }), (PixelSet { { 1, 4 }, { 2, 3 }, { 3, 2 } }));
+}
+
+TEST(LineTo, ReverseLineCoversTheSamePixelsSaveTheEndPoints)
+{
+    std::mt19937 random(7);
+    std::uniform_int_distribution<int32_t> coordinate(0, 40);
+    for (int i = 0; i < 2000; ++i) {
+        Point a { coordinate(random), coordinate(random) }, b { coordinate(random), coordinate(random) };
+        if (a == b)
+            continue;
+        PixelSet forward = Line(a, b), backward = Line(b, a);
+        forward.insert({ b.x, b.y });
+        backward.insert({ a.x, a.y });
+        ASSERT_EQ(forward, backward) << a.x << "," << a.y << " -> " << b.x << "," << b.y;
+    }
+}
+
+TEST(LineTo, ClippedLinesPaintTheVisiblePartOfTheWholeLine)
+{
+    // Draw on a large canvas, then the same line shifted so that it sticks out of a small one:
+    // the small one must show exactly the overlapping part.
+    std::mt19937 random(11);
+    std::uniform_int_distribution<int32_t> coordinate(-300, 300);
+    for (int i = 0; i < 500; ++i) {
+        Point a { coordinate(random), coordinate(random) }, b { coordinate(random), coordinate(random) };
+        SoftBitmap big(700, 700), small(50, 40);
+        DrawLine(big, { a.x + 350, a.y + 350 }, { b.x + 350, b.y + 350 }, 1);
+        DrawLine(small, a, b, 1);
+        for (int32_t y = 0; y < small.height(); ++y)
+            for (int32_t x = 0; x < small.width(); ++x)
+                ASSERT_EQ(small.row(y)[x], big.row(y + 350)[x + 350]) << a.x << "," << a.y << " -> " << b.x << "," << b.y << " at " << x << "," << y;
+    }
+}
+
+TEST(LineTo, HugeCoordinatesAreClippedWithoutWalkingTheInvisiblePart)
+{
+    auto dc = WhiteSurface(20, 20);
+    dc->MoveToEx(-2000000000, 5);
+    dc->LineTo(2000000000, 6);
+    EXPECT_EQ(PaintedPixels(*dc).size(), 20u);
+    dc->SelectPen(Pen::Null());
+    dc->MoveToEx(0, 0);
+    dc->LineTo(10, 0);
+    EXPECT_EQ(dc->GetPixel(3, 0), 0xFFFFFFu);
+    EXPECT_EQ(dc->MoveToEx(0, 0), (Point { 10, 0 })); // a null pen still moves the position
+}
+
+} // namespace
+} // namespace vex::platform::soft::testing
