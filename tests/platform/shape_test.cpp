@@ -68,6 +68,8 @@ TEST(Rectangle, InvertedCornersAreOrderedAndEmptyOnesDrawNothing)
     c->Rectangle(4, 4, 4, 9);
     c->Rectangle(4, 4, 9, 4);
     EXPECT_TRUE(PaintedPixels(*c).empty());
+    c->Rectangle(4, 4, 5, 5); // 1x1: four empty outline segments
+    EXPECT_TRUE(PaintedPixels(*c).empty());
     c->Rectangle(4, 4, 5, 7); // one pixel wide: a column of outline
     EXPECT_EQ(PaintedPixels(*c), RectPixels(4, 4, 5, 7));
 }
@@ -91,14 +93,14 @@ TEST(FrameRect, PaintsAOnePixelRingJustInsideAndNothingWhenInverted)
     EXPECT_EQ(PaintedPixels(*nested), rings);
 }
 
-TEST(FillRect, FillsLeftToRightMinusOneAndTreatsInvertedRectanglesAsOrdered)
+TEST(FillRect, FillsLeftToRightMinusOneAndInvertedRectanglesOnePixelOver)
 {
     auto dc = WhiteSurface(20, 20);
     dc->FillRect(Rect { 3, 4, 7, 6 }, Brush::Solid(0));
     EXPECT_EQ(PaintedPixels(*dc), RectPixels(3, 4, 7, 6));
     auto inverted = WhiteSurface(20, 20);
     inverted->FillRect(Rect { 7, 6, 3, 4 }, Brush::Solid(0));
-    EXPECT_EQ(PaintedPixels(*inverted), RectPixels(3, 4, 7, 6));
+    EXPECT_EQ(PaintedPixels(*inverted), RectPixels(4, 5, 8, 7));
     auto clipped = WhiteSurface(20, 20);
     clipped->FillRect(Rect { -5, -5, 3, 100 }, Brush::Solid(0));
     EXPECT_EQ(PaintedPixels(*clipped), RectPixels(0, 0, 3, 20));

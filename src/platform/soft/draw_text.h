@@ -11,6 +11,9 @@
 
 namespace vex::platform::soft {
 
+// FIXME: false until DrawText draws; the GDI comparison skips its text cases meanwhile.
+inline constexpr bool kSoftTextReady = false;
+
 struct TextStyle {
     FontDesc font;
     ColorRef textColor = 0;

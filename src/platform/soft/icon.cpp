@@ -88,8 +88,9 @@ void BlendAlpha(SoftBitmap& target, int32_t x, int32_t y, const Icon& icon, int3
 } // namespace
 
 void DrawIconImage(SoftBitmap& target, int32_t x, int32_t y, const Icon& icon, int32_t width, int32_t height,
-    uint32_t flags, int stretchMode)
+    uint32_t flags)
 {
+    constexpr int stretchMode = kStretchDeleteScans;
     const Dib& color = icon.color;
     if (color.empty() || !(flags & (kDrawIconMask | kDrawIconImage)))
         return;

@@ -52,10 +52,10 @@ void TransparentRect(SoftBitmap& target, int32_t x, int32_t y, int32_t width, in
 namespace vex::platform::soft {
 
 // DrawIconEx: width/height 0 take the icon's own size. An icon whose colour image carries alpha
-// is blended (premultiplied, COLORONCOLOR stretching) and its mask is not used; otherwise
-// DI_MASK ANDs the mask (1 = keep) and DI_IMAGE then XORs the colour image (copies it without
-// DI_MASK), both stretched in the context's stretch mode.
+// is blended (premultiplied) and its mask is not used; otherwise DI_MASK ANDs the mask (1 = keep)
+// and DI_IMAGE then XORs the colour image (copies it without DI_MASK). Scaling is always
+// COLORONCOLOR, whatever the context's stretch mode.
 void DrawIconImage(SoftBitmap& target, int32_t x, int32_t y, const Icon& icon, int32_t width, int32_t height,
-    uint32_t flags, int stretchMode);
+    uint32_t flags);
 
 } // namespace vex::platform::soft

@@ -161,6 +161,10 @@ void SoftDeviceContext::Rectangle(int32_t left, int32_t top, int32_t right, int3
     }
     if (!brush_.hollow)
         FillSpanRect(*target_, l + 1, t + 1, r - 1, b - 1, PixelFromColorRef(brush_.color));
+    // The outline is a closed polyline through the four corner pixels, each segment without its
+    // end point: a 1x1 rectangle is four empty segments and paints nothing.
+    if (r - l == 1 && b - t == 1)
+        return;
     Pixel outline = PixelFromColorRef(pen_.color);
     FillSpanRect(*target_, l, t, r, t + 1, outline);
     FillSpanRect(*target_, l, b - 1, r, b, outline);
@@ -185,10 +189,17 @@ void SoftDeviceContext::FillRect(const Rect& rect, Brush brush)
 {
     if (brush.hollow)
         return;
-    // FillRect is a pattern blit of (left, top, width, height): an inverted rectangle fills the
-    // same pixels as its ordered twin.
-    int64_t l = std::min(rect.left, rect.right), r = std::max(rect.left, rect.right);
-    int64_t t = std::min(rect.top, rect.bottom), b = std::max(rect.top, rect.bottom);
+    // FillRect is a pattern blit of (left, top, right - left, bottom - top). A negative extent
+    // covers the pixels from the start back: x + width + 1 .. x, one pixel to the right of the
+    // ordered rectangle.
+    auto bound = [](int64_t start, int64_t end, int64_t& low, int64_t& high) {
+        int64_t extent = end - start;
+        low = extent >= 0 ? start : start + extent + 1;
+        high = extent >= 0 ? end : start + 1;
+    };
+    int64_t l, r, t, b;
+    bound(rect.left, rect.right, l, r);
+    bound(rect.top, rect.bottom, t, b);
     FillSpanRect(*target_, l, t, r, b, PixelFromColorRef(brush.color));
 }
 
@@ -232,7 +243,7 @@ void SoftDeviceContext::TransparentBlt(int32_t x, int32_t y, int32_t width, int3
 
 void SoftDeviceContext::DrawIconEx(int32_t x, int32_t y, const Icon& icon, int32_t width, int32_t height, uint32_t flags)
 {
-    DrawIconImage(*target_, x, y, icon, width, height, flags, stretchMode_);
+    DrawIconImage(*target_, x, y, icon, width, height, flags);
 }
 
 // ---- Text -------------------------------------------------------------------------------------
