@@ -39,6 +39,26 @@ platform::Icon MakeIcon(int32_t size)
     return icon;
 }
 
+// A 32-bit icon whose colour image carries alpha (as icons loaded from 32-bit .ico files do),
+// with an all-zero mask: the alpha decides how much of the destination shows.
+platform::Icon MakeAlphaIcon(int32_t size)
+{
+    platform::Icon icon { Dib(size, size, 32, true), Dib(size, size, 1, true) };
+    icon.mask.palette() = { { 0, 0, 0, 0 }, { 255, 255, 255, 0 } };
+    for (int32_t y = 0; y < size; ++y) {
+        uint8_t* color = icon.color.row(y);
+        for (int32_t x = 0; x < size; ++x) {
+            uint8_t alpha = static_cast<uint8_t>(x * 255 / (size - 1));
+            // Premultiplied, as Windows expects of alpha icons.
+            color[x * 4 + 0] = static_cast<uint8_t>(alpha * (y % 4 == 0 ? 255 : 40) / 255);
+            color[x * 4 + 1] = static_cast<uint8_t>(alpha * 200 / 255);
+            color[x * 4 + 2] = static_cast<uint8_t>(alpha * (y * 255 / (size - 1)) / 255);
+            color[x * 4 + 3] = alpha;
+        }
+    }
+    return icon;
+}
+
 } // namespace
 
 VEX_DRAWING_CASES(picture_cases)
@@ -81,6 +101,15 @@ VEX_DRAWING_CASES(picture_cases)
         dc.DrawIconEx(50, 2, icon, 16, 16, platform::kDrawIconNormal);
         dc.DrawIconEx(68, 2, icon, 20, 12, platform::kDrawIconNormal);
         dc.DrawIconEx(80, 40, icon, 16, 16, platform::kDrawIconNormal); // clipped
+    } });
+
+    cases.push_back({ "icon_drawiconex_alpha", 80, 40, [](DeviceContext& dc, Facts&) {
+        Ground(dc, 80, 40);
+        dc.FillRect({ 40, 0, 80, 40 }, Brush::Solid(Rgb(250, 240, 200)));
+        platform::Icon icon = MakeAlphaIcon(16);
+        dc.DrawIconEx(2, 2, icon, 16, 16, platform::kDrawIconNormal);
+        dc.DrawIconEx(20, 2, icon, 32, 32, platform::kDrawIconNormal);
+        dc.DrawIconEx(56, 2, icon, 16, 16, platform::kDrawIconNormal);
     } });
 }
 

@@ -62,6 +62,7 @@ std::vector<Face> Faces()
         { "sans12", font("MS Sans Serif", 12.0f) },
         { "sans14", font("MS Sans Serif", 13.5f) },
         { "sans18", font("MS Sans Serif", 18.0f) },
+        { "sans24", font("MS Sans Serif", 24.0f) },
         { "sans8bold", font("MS Sans Serif", 8.25f, true) },
         { "tahoma8", font("Tahoma", 8.25f) },
         { "tahoma12", font("Tahoma", 12.0f) },
