@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 #include "battery_file.h"
 #include "images.h"
@@ -23,14 +22,8 @@ int main(int argc, char** argv)
     }
     for (const auto& [name, result] : results) {
         std::string path = std::string(argv[2]) + "/" + name + ".png";
-        const vex::platform::Dib& pixels = result.pixels;
         int scale = argc == 4 ? std::atoi(argv[3]) : 1;
-        vex::platform::Dib scaled(pixels.width() * scale, pixels.height() * scale, 32, true);
-        for (int32_t y = 0; y < scaled.height(); ++y) {
-            for (int32_t x = 0; x < scaled.width(); ++x)
-                std::memcpy(scaled.row(y) + x * 4, pixels.row(y / scale) + (x / scale) * 4, 4);
-        }
-        if (!vex::drawtest::WritePng(path, scaled)) {
+        if (!vex::drawtest::WritePng(path, result.pixels, scale)) {
             std::fprintf(stderr, "battery-to-png: cannot write %s\n", path.c_str());
             return 1;
         }

@@ -1,6 +1,7 @@
 // The differential test: every battery case drawn here through platform/soft must give the
 // pixels and facts that platform/win32 gave under Wine (read from the file the Windows program
-// wrote). On a difference the three images (soft, gdi, diff) are written for a look.
+// wrote). On a difference the three images (soft, gdi, diff) are written for a look
+// (VEX_BATTERY_IMAGES=1 writes them for accepted differences too, VEX_BATTERY_SCALE=N enlarges them).
 
 #include <gtest/gtest.h>
 
@@ -43,9 +44,11 @@ void WriteImages(const std::string& name, const platform::Dib& soft, const platf
 {
     std::filesystem::create_directories(VEX_DIFF_DIR);
     std::string base = std::string(VEX_DIFF_DIR) + "/" + name;
-    WritePng(base + ".soft.png", soft);
-    WritePng(base + ".gdi.png", gdi);
-    WritePng(base + ".diff.png", DiffImage(soft, gdi));
+    const char* scaleSetting = std::getenv("VEX_BATTERY_SCALE");
+    int scale = scaleSetting ? std::max(1, std::atoi(scaleSetting)) : 1;
+    WritePng(base + ".soft.png", soft, scale);
+    WritePng(base + ".gdi.png", gdi, scale);
+    WritePng(base + ".diff.png", DiffImage(soft, gdi), scale);
 }
 
 std::unique_ptr<DeviceContext> MakeSoftSurface(int32_t width, int32_t height)

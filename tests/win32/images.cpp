@@ -3,12 +3,21 @@
 #include <png.h>
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 namespace vex::drawtest {
 
-bool WritePng(const std::string& path, const platform::Dib& pixels)
+bool WritePng(const std::string& path, const platform::Dib& pixels, int scale)
 {
+    if (scale > 1) {
+        platform::Dib scaled(pixels.width() * scale, pixels.height() * scale, 32, true);
+        for (int32_t y = 0; y < scaled.height(); ++y) {
+            for (int32_t x = 0; x < scaled.width(); ++x)
+                std::memcpy(scaled.row(y) + x * 4, pixels.row(y / scale) + (x / scale) * 4, 4);
+        }
+        return WritePng(path, scaled, 1);
+    }
     png_image image {};
     image.version = PNG_IMAGE_VERSION;
     image.width = static_cast<png_uint_32>(pixels.width());

@@ -7,7 +7,8 @@
 
 namespace vex::drawtest {
 
-bool WritePng(const std::string& path, const platform::Dib& pixels);
+// `scale` > 1 draws each pixel as a scale x scale square, to look at single pixels.
+bool WritePng(const std::string& path, const platform::Dib& pixels, int scale = 1);
 
 // An image the size of both inputs (the larger of each dimension): pixels that agree are shown
 // dimmed in grey, pixels that differ in red, and pixels present in only one image in blue.

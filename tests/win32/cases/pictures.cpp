@@ -103,6 +103,19 @@ VEX_DRAWING_CASES(picture_cases)
         dc.DrawIconEx(80, 40, icon, 16, 16, platform::kDrawIconNormal); // clipped
     } });
 
+    // Shrinking and enlarging an icon under each stretch mode of the target.
+    for (int mode : { platform::kStretchColorOnColor, platform::kStretchHalftone }) {
+        std::string name = std::string("icon_drawiconex_stretch_") + (mode == platform::kStretchHalftone ? "halftone" : "coloroncolor");
+        cases.push_back({ name, 70, 40, [=](DeviceContext& dc, Facts&) {
+            Ground(dc, 70, 40);
+            dc.SetStretchBltMode(mode);
+            platform::Icon icon = MakeIcon(16);
+            dc.DrawIconEx(2, 2, icon, 20, 12, platform::kDrawIconNormal);
+            dc.DrawIconEx(26, 2, icon, 11, 30, platform::kDrawIconNormal);
+            dc.DrawIconEx(40, 2, icon, 24, 24, platform::kDrawIconNormal);
+        } });
+    }
+
     cases.push_back({ "icon_drawiconex_alpha", 80, 40, [](DeviceContext& dc, Facts&) {
         Ground(dc, 80, 40);
         dc.FillRect({ 40, 0, 80, 40 }, Brush::Solid(Rgb(250, 240, 200)));

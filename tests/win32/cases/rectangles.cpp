@@ -49,6 +49,16 @@ VEX_DRAWING_CASES(rectangle_cases)
         dc.FrameRect({ 62, 28, 88, 27 }, Brush::Solid(Rgb(0, 255, 255)));
     } });
 
+    // FillRect with one axis inverted, then the other: which edge becomes the exclusive one.
+    cases.push_back({ "rect_fill_inverted_one_axis", 50, 30, [=](DeviceContext& dc, Facts&) {
+        ground(dc, 50, 30);
+        dc.FillRect({ 20, 3, 5, 12 }, Brush::Solid(Rgb(255, 0, 0)));
+        dc.FillRect({ 25, 27, 45, 15 }, Brush::Solid(Rgb(0, 255, 0)));
+        dc.FillRect({ 20, 27, 5, 15 }, Brush::Solid(Rgb(0, 0, 255)));
+        dc.FillRect({ 25, 3, 45, 12 }, Brush::Solid(Rgb(255, 255, 0)));
+        dc.FillRect({ 48, 3, 47, 4 }, Brush::Solid(Rgb(255, 255, 255))); // one pixel, inverted
+    } });
+
     // Overlapping shapes: the later one wins wherever they share pixels.
     cases.push_back({ "rect_overlapping", 70, 50, [=](DeviceContext& dc, Facts&) {
         ground(dc, 70, 50);
