@@ -59,7 +59,9 @@ void BlendAlpha(SoftBitmap& target, int32_t x, int32_t y, const Icon& icon, int3
         const uint8_t* in = color.row(row);
         for (int32_t column = 0; column < color.width(); ++column, in += 4) {
             uint32_t alpha = in[3];
-            colors.row(row)[column] = ((in[2] * alpha / 255) << 16) | ((in[1] * alpha / 255) << 8) | (in[0] * alpha / 255);
+            // CreateIconIndirect premultiplies an alpha icon's colours, rounding to nearest.
+            auto premultiply = [alpha](uint32_t channel) { return (channel * alpha + 127) / 255; };
+            colors.row(row)[column] = (premultiply(in[2]) << 16) | (premultiply(in[1]) << 8) | premultiply(in[0]);
             alphas.row(row)[column] = alpha;
         }
     }
