@@ -49,7 +49,7 @@ platform::Icon MakeAlphaIcon(int32_t size)
         uint8_t* color = icon.color.row(y);
         for (int32_t x = 0; x < size; ++x) {
             uint8_t alpha = static_cast<uint8_t>(x * 255 / (size - 1));
-            // Premultiplied, as Windows expects of alpha icons.
+            // Straight (not premultiplied) colour, as .ico files hold it.
             color[x * 4 + 0] = static_cast<uint8_t>(alpha * (y % 4 == 0 ? 255 : 40) / 255);
             color[x * 4 + 1] = static_cast<uint8_t>(alpha * 200 / 255);
             color[x * 4 + 2] = static_cast<uint8_t>(alpha * (y * 255 / (size - 1)) / 255);
