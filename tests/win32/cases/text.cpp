@@ -131,6 +131,19 @@ VEX_DRAWING_CASES(text_cases)
         Caption(dc, facts, "Two\nlines", { 4, 100, 100, 116 }, dt::SingleLine);
     } });
 
+    // Without DT_SINGLELINE the vertical flags do nothing: word-broken and multi-line text
+    // starts at the top whatever VCENTER or BOTTOM say.
+    cases.push_back({ "text_multiline_vertical_flags", 330, 80, [](DeviceContext& dc, Facts& facts) {
+        Ground(dc, 330, 80);
+        dc.SetBkMode(platform::kBkTransparent);
+        for (int column = 0; column < 3; ++column) {
+            int32_t left = 4 + column * 108;
+            uint32_t vertical = column == 0 ? dt::Top : column == 1 ? dt::VCenter : dt::Bottom;
+            Caption(dc, facts, "Two short\nlines", { left, 4, left + 100, 76 }, dt::Center | vertical);
+            Caption(dc, facts, "wrapped words here", { left, 4, left + 50, 76 }, dt::Right | vertical | dt::WordBreak);
+        }
+    } });
+
     // Opaque background mode fills each line's cell with the background colour (white).
     cases.push_back({ "text_opaque_and_colours", 200, 60, [](DeviceContext& dc, Facts& facts) {
         dc.FillRect({ 0, 0, 200, 60 }, Brush::Solid(Rgb(0, 90, 0)));
