@@ -1,0 +1,287 @@
+// The foreground picture (positions, frames, keys), its animation ticks over the saved
+// background, and the background picture (centred, stretched, tiled) with its keys.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "paint_fixture.h"
+
+namespace vex::render {
+namespace {
+
+using testing::MakePicture;
+using testing::Panel;
+
+constexpr ColorRef kMarker = 0x00FF00FF;
+constexpr ColorRef kSolid = Rgb(30, 60, 90);
+constexpr ColorRef kOptionKey = Rgb(236, 233, 216);
+
+platform::PictureRef Solid(int32_t width, int32_t height, ColorRef colour = kSolid)
+{
+    return MakePicture(width, height, [colour](int, int) { return colour; });
+}
+
+// Frame f of the strip is Rgb(f, f, f); its pixel (1, 1) the key colour `key`.
+platform::PictureRef Strip(int32_t frames, int32_t frameWidth, int32_t height, ColorRef key = Rgb(255, 0, 255))
+{
+    return MakePicture(frames * frameWidth, height, [=](int x, int y) {
+        return (x % frameWidth == 1 && y == 1) ? key : Rgb(x / frameWidth, x / frameWidth, x / frameWidth);
+    });
+}
+
+struct PicturePanel : Panel {
+    PicturePanel(int32_t width, int32_t height) : Panel(width, height) { Fill(kMarker); }
+    void Paint(void (*painter)(PaintContext&))
+    {
+        PaintContext context = Context();
+        painter(context);
+    }
+    void Tick() { Paint(AnimatePicture); }
+};
+
+TEST(Picture, RightBottomKeepsAMarginOfThreeOrTheBorder)
+{
+    PicturePanel panel(200, 100);
+    panel.props.Picture = Solid(32, 32);
+    panel.props.PictureAlignment = 5;
+    panel.Paint(DrawPicture);
+    EXPECT_EQ(panel.memory.pictureLeft, 165);
+    EXPECT_EQ(panel.memory.pictureTop, 65);
+    EXPECT_EQ(panel.Pixel(165, 65), kSolid);
+    EXPECT_EQ(panel.Pixel(196, 96), kSolid);
+    EXPECT_EQ(panel.Pixel(164, 65), kMarker);
+    EXPECT_EQ(panel.Pixel(197, 96), kMarker);
+
+    PicturePanel lowered(200, 100);
+    lowered.props = panel.props;
+    lowered.props.Panel3DBorderStyle = 1;
+    lowered.props.Panel3DBorderWidth = 2;
+    lowered.Paint(DrawPicture3D);
+    EXPECT_EQ(lowered.memory.pictureLeft, 163);
+    EXPECT_EQ(lowered.memory.pictureTop, 63);
+
+    lowered.props.Panel3DBorderStyle = 3; // 3 + 2W + O
+    lowered.props.Panel3DBorderOffset = 4;
+    lowered.props.PictureAlignment = 0;
+    lowered.Paint(DrawPicture3D);
+    EXPECT_EQ(lowered.memory.pictureLeft, 11);
+
+    lowered.props.CustomBorderWidth = 5; // Custom: 3 + bw
+    lowered.Paint(DrawCustomPicture);
+    EXPECT_EQ(lowered.memory.pictureLeft, 8);
+    EXPECT_EQ(lowered.memory.pictureTop, 8);
+}
+
+TEST(Picture, CentringRoundsHalvesToEven)
+{
+    for (auto [width, expected] : { std::pair { 73, 20 }, std::pair { 75, 22 } }) {
+        PicturePanel panel(width, 40);
+        panel.props.Picture = Solid(32, 10);
+        panel.props.PictureAlignment = 7;
+        panel.Paint(DrawPicture);
+        EXPECT_EQ(panel.memory.pictureLeft, expected) << width;
+        EXPECT_EQ(panel.memory.pictureTop, 15);
+    }
+}
+
+TEST(Picture, UnknownPlacementKeepsTheLastPosition)
+{
+    PicturePanel panel(100, 60);
+    panel.props.Picture = Solid(10, 10);
+    panel.props.PictureAlignment = 8;
+    panel.Paint(DrawPicture);
+    EXPECT_EQ(panel.memory.pictureTop, 47);
+    panel.props.PictureAlignment = 9;
+    panel.memory.pictureLeft = 4;
+    panel.Paint(DrawPicture);
+    EXPECT_EQ(panel.memory.pictureLeft, 4);
+    EXPECT_EQ(panel.Pixel(4, 47), kSolid);
+
+    panel.props.PictureAlignment = 0;
+    panel.props.Panel3DBorderStyle = 7; // not a 3D style: the position stays too
+    panel.Paint(DrawPicture3D);
+    EXPECT_EQ(panel.memory.pictureLeft, 4);
+}
+
+TEST(Picture, AStripShowsFrameZeroAndNeverItsLastColumns)
+{
+    PicturePanel panel(100, 40);
+    panel.props.Picture = MakePicture(100, 5, [](int x, int) { return Rgb(x, 0, 0); });
+    panel.props.PictureFrames = 3; // 33 pixels a frame
+    panel.Paint(DrawPicture);
+    EXPECT_EQ(panel.Pixel(3, 3), Rgb(0, 0, 0));
+    EXPECT_EQ(panel.Pixel(35, 3), Rgb(32, 0, 0));
+    EXPECT_EQ(panel.Pixel(36, 3), kMarker);
+
+    panel.props.PictureAnimEnabled = true;
+    std::vector<ColorRef> firstColumns;
+    for (int tick = 0; tick < 3; ++tick) {
+        panel.Tick();
+        firstColumns.push_back(panel.Pixel(3, 3));
+    }
+    EXPECT_EQ(firstColumns, (std::vector<ColorRef> { Rgb(0, 0, 0), Rgb(33, 0, 0), Rgb(66, 0, 0) }));
+}
+
+TEST(Picture, TicksCycleThroughTheFramesAndRefresh)
+{
+    PicturePanel panel(60, 40);
+    panel.props.Picture = Strip(4, 10, 10);
+    panel.props.PictureFrames = 4;
+    panel.props.PictureAnimEnabled = true;
+    panel.Paint(DrawPicture);
+    std::vector<ColorRef> shown;
+    for (int tick = 0; tick < 5; ++tick) {
+        panel.Tick();
+        shown.push_back(panel.Pixel(5, 5));
+    }
+    EXPECT_EQ(shown, (std::vector<ColorRef> { Rgb(0, 0, 0), Rgb(1, 1, 1), Rgb(2, 2, 2), Rgb(3, 3, 3), Rgb(0, 0, 0) }));
+    EXPECT_EQ(std::count(panel.services.log.begin(), panel.services.log.end(), "DoEvents"), 5);
+    EXPECT_EQ(std::count(panel.services.log.begin(), panel.services.log.end(), "Refresh"), 5);
+    EXPECT_EQ(panel.services.log[0], "DoEvents"); // the pause comes before the drawing
+}
+
+TEST(Picture, TicksPutBackTheBackgroundSavedAtTheFirstPaint)
+{
+    PicturePanel panel(60, 40);
+    panel.props.Picture = Strip(2, 10, 10);
+    panel.props.PictureFrames = 2;
+    panel.props.PictureAnimEnabled = true;
+    panel.props.PictureUseMask = true;
+    panel.props.PictureMaskColor = Rgb(255, 0, 255);
+    panel.Paint(DrawPicture);
+    ASSERT_TRUE(panel.memory.savedBackground);
+    EXPECT_EQ(panel.Pixel(4, 4), kMarker); // keyed out on the static paint
+
+    // A new background under a running animation keeps showing the old capture.
+    panel.Fill(Rgb(7, 7, 7));
+    panel.Paint(DrawPicture);
+    panel.Tick();
+    EXPECT_EQ(panel.Pixel(4, 4), kMarker);
+    EXPECT_EQ(panel.Pixel(5, 5), Rgb(0, 0, 0));
+    EXPECT_EQ(panel.Pixel(13, 13), Rgb(7, 7, 7)); // outside the picture
+}
+
+TEST(Picture, KeysOfIconsOptionPicAndMasks)
+{
+    // OptionPic keys out the fixed colour on a static paint, but a tick draws opaquely.
+    PicturePanel panel(40, 30);
+    panel.props.Picture = Strip(2, 10, 10, kOptionKey);
+    panel.props.PictureFrames = 2;
+    panel.props.OptionPic = true;
+    panel.Paint(DrawPicture);
+    EXPECT_EQ(panel.Pixel(4, 4), kMarker);
+    EXPECT_EQ(panel.Pixel(5, 5), Rgb(0, 0, 0));
+    panel.Tick();
+    EXPECT_EQ(panel.Pixel(4, 4), kOptionKey);
+
+    // An icon: drawn over the back colour, which is then keyed out, whatever the mask says.
+    PicturePanel icon(40, 30);
+    platform::Icon image { platform::Dib(8, 8, 32), platform::Dib(8, 8, 1) };
+    for (int y = 0; y < 8; ++y)
+        for (int x = 0; x < 8; ++x)
+            image.color.row(y)[4 * x + 1] = 200; // green
+    image.mask.row(0)[0] = 0x80;                 // pixel (0, 0) lets the background through
+    image.color.row(0)[1] = 0;
+    icon.props.Picture = platform::Picture::FromIcon(std::move(image));
+    icon.props.PictureUseMask = true;
+    icon.props.PictureMaskColor = Rgb(0, 200, 0);
+    icon.Paint(DrawPicture);
+    EXPECT_EQ(icon.Pixel(3, 3), kMarker);
+    EXPECT_EQ(icon.Pixel(4, 4), Rgb(0, 200, 0));
+}
+
+TEST(Picture, NoPictureDrawsNothing)
+{
+    PicturePanel panel(40, 30);
+    panel.Paint(DrawPicture);
+    panel.Paint(DrawPicture3D);
+    panel.Paint(DrawCustomPicture);
+    panel.Tick();
+    EXPECT_EQ(panel.Pixel(3, 3), kMarker);
+    EXPECT_TRUE(panel.services.log.empty());
+}
+
+TEST(BackgroundPicture, TilesColumnByColumnFromTheInset)
+{
+    PicturePanel panel(100, 50);
+    panel.props.PictureBackground = MakePicture(30, 20, [](int x, int y) { return x == 0 && y == 0 ? Rgb(1, 1, 1) : Rgb(9, 9, 9); });
+    panel.props.PictureBackgroundStyle = 2;
+    panel.Paint(DrawBackgroundPicture);
+    for (int x : { 0, 30, 60, 90 })
+        for (int y : { 0, 20, 40 })
+            EXPECT_EQ(panel.Pixel(x, y), Rgb(1, 1, 1)) << x << "," << y;
+    EXPECT_EQ(panel.Pixel(99, 49), Rgb(9, 9, 9));
+    EXPECT_EQ(panel.state.PaintLoopIndex, 5);
+
+    panel.props.Panel3DBorderStyle = 4; // 2W + O, in the Windows appearance too
+    panel.props.Panel3DBorderWidth = 1;
+    panel.props.Panel3DBorderOffset = 1;
+    panel.Paint(DrawBackgroundPicture);
+    EXPECT_EQ(panel.Pixel(3, 23), Rgb(1, 1, 1));
+}
+
+TEST(BackgroundPicture, CentredTruncatesTowardZero)
+{
+    PicturePanel panel(100, 50);
+    panel.props.PictureBackground = MakePicture(131, 11, [](int x, int) { return Rgb(x, 0, 0); });
+    panel.Paint(DrawBackgroundPicture);
+    EXPECT_EQ(panel.Pixel(0, 19), Rgb(15, 0, 0)); // x = -15, y = 39 \ 2 = 19
+    EXPECT_EQ(panel.Pixel(0, 18), kMarker);
+}
+
+TEST(BackgroundPicture, StretchedTakesTheInsetOffOnce)
+{
+    PicturePanel panel(100, 50);
+    panel.props.PictureBackground = MakePicture(98, 48, [](int x, int y) { return Rgb(x, y, 1); });
+    panel.props.PictureBackgroundStyle = 1;
+    panel.props.Panel3DBorderStyle = 1;
+    panel.props.Panel3DBorderWidth = 2;
+    panel.Paint(DrawBackgroundPicture);
+    EXPECT_EQ(panel.Pixel(1, 1), kMarker);
+    EXPECT_EQ(panel.Pixel(2, 2), Rgb(0, 0, 1));
+    EXPECT_EQ(panel.Pixel(99, 49), Rgb(97, 47, 1));
+
+    PicturePanel odd(100, 50);
+    odd.props = panel.props;
+    odd.props.Panel3DBorderStyle = 5;
+    odd.Paint(DrawBackgroundPicture);
+    EXPECT_EQ(odd.Pixel(50, 25), kMarker);
+}
+
+TEST(BackgroundPicture, MaskAndOptionKeys)
+{
+    PicturePanel panel(20, 20);
+    panel.props.PictureBackground = MakePicture(20, 20, [](int x, int) { return x < 10 ? Rgb(1, 2, 3) : kOptionKey; });
+    panel.props.OptionPicBackGround = true;
+    panel.Paint(DrawBackgroundPicture);
+    EXPECT_EQ(panel.Pixel(5, 5), Rgb(1, 2, 3));
+    EXPECT_EQ(panel.Pixel(15, 5), kMarker);
+
+    panel.props.PictureBackgroundUseMask = true;
+    panel.props.PictureMaskColor = Rgb(1, 2, 3);
+    panel.Fill(kMarker);
+    panel.Paint(DrawBackgroundPicture);
+    EXPECT_EQ(panel.Pixel(5, 5), kMarker);
+    EXPECT_EQ(panel.Pixel(15, 5), kOptionKey);
+}
+
+TEST(CapturedBackground, CapturesOnceAndHidesAroundEveryPass)
+{
+    PicturePanel panel(30, 20);
+    panel.services.behind = Solid(30, 20, Rgb(5, 6, 7));
+    panel.Paint(DrawCapturedBackground);
+    EXPECT_EQ(panel.Pixel(29, 19), Rgb(5, 6, 7));
+    EXPECT_EQ(panel.services.log,
+        (std::vector<std::string> { "Hide", "DoEvents", "Capture 30x20", "DoEvents", "Show", "Refresh" }));
+
+    panel.services.log.clear();
+    panel.services.behind = Solid(30, 20, Rgb(8, 8, 8));
+    panel.Fill(kMarker);
+    panel.Paint(DrawCapturedBackground);
+    EXPECT_EQ(panel.Pixel(0, 0), Rgb(5, 6, 7)); // the first capture is kept
+    EXPECT_EQ(panel.services.log, (std::vector<std::string> { "Hide", "DoEvents", "DoEvents", "Show", "Refresh" }));
+}
+
+} // namespace
+} // namespace vex::render

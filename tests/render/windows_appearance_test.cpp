@@ -1,0 +1,230 @@
+// The Windows appearance: the shading rows and columns, and the four border sides with their
+// corner offsets and the deliberately odd rows.
+
+#include <gtest/gtest.h>
+
+#include "paint_fixture.h"
+
+namespace vex::render {
+namespace {
+
+using testing::Panel;
+
+constexpr ColorRef kMarker = 0x00FF00FF;
+
+struct WindowsPanel : Panel {
+    WindowsPanel(int32_t width = 60, int32_t height = 40) : Panel(width, height)
+    {
+        props.Appearance = 0;
+        props.WinOptionColor = 1;
+        props.WinBackColor = Rgb(100, 150, 200);
+        props.WinContrast = 1; // 40
+        props.WinGradientDirection = 0;
+        NoBorders();
+        Fill(kMarker);
+    }
+    void NoBorders() { props.WinBorderTopStyle = props.WinBorderBottomStyle = props.WinBorderLeftStyle = props.WinBorderRightStyle = 0; }
+    void Paint()
+    {
+        PaintContext context = Context();
+        DrawWindowsAppearance(context);
+    }
+    ColorRef B(int32_t amount) const { return ShiftColour(Rgb(100, 150, 200), amount, false); }
+};
+
+TEST(WindowsShading, TopToBottomDarkensRowByRow)
+{
+    WindowsPanel panel(60, 40);
+    panel.Paint();
+    // step = 40 / 40 = 1: row y is shifted by -y.
+    for (int y : { 0, 1, 17, 39 }) {
+        EXPECT_EQ(panel.Pixel(0, y), panel.B(-y)) << y;
+        EXPECT_EQ(panel.Pixel(59, y), panel.B(-y)) << y;
+    }
+    EXPECT_EQ(panel.state.PaintLoopIndex, 41);
+}
+
+TEST(WindowsShading, StepsRoundHalfToEven)
+{
+    WindowsPanel panel(10, 16);
+    panel.props.WinContrast = 0; // 20 over 16 rows: 1.25 per row
+    panel.Paint();
+    EXPECT_EQ(panel.Pixel(0, 2), panel.B(-2));  // 2.5 -> 2
+    EXPECT_EQ(panel.Pixel(0, 6), panel.B(-8));  // 7.5 -> 8
+    EXPECT_EQ(panel.Pixel(0, 10), panel.B(-12)); // 12.5 -> 12
+}
+
+TEST(WindowsShading, BottomToTopShiftsDownThenBackUp)
+{
+    WindowsPanel panel(10, 40);
+    panel.props.WinBackColor = Rgb(20, 150, 200);
+    panel.props.WinContrast = 2; // 80, step 2
+    panel.props.WinGradientDirection = 1;
+    panel.Paint();
+    const ColorRef dark = ShiftColour(Rgb(20, 150, 200), -80, false); // red clamped at 0
+    EXPECT_EQ(panel.Pixel(0, 0), dark);
+    EXPECT_EQ(panel.Pixel(0, 39), ShiftColour(dark, 78, false));
+    EXPECT_EQ(RedOf(panel.Pixel(0, 39)), 78u); // red was clamped at 0 on the way down
+    EXPECT_EQ(panel.state.PaintLoopIndex, -1);
+}
+
+TEST(WindowsShading, ColumnsLeftToRightAndRightToLeft)
+{
+    WindowsPanel panel(40, 12);
+    panel.props.WinGradientDirection = 2;
+    panel.Paint();
+    for (int x : { 0, 9, 39 }) {
+        EXPECT_EQ(panel.Pixel(x, 0), panel.B(-x)) << x;
+        EXPECT_EQ(panel.Pixel(x, 11), panel.B(-x)) << x;
+    }
+    panel.props.WinGradientDirection = 3;
+    panel.Paint();
+    const ColorRef dark = panel.B(-40);
+    EXPECT_EQ(panel.Pixel(0, 5), dark);
+    EXPECT_EQ(panel.Pixel(25, 5), ShiftColour(dark, 25, false));
+}
+
+TEST(WindowsShading, CentreDirectionsAreLightInTheMiddle)
+{
+    WindowsPanel panel(20, 41);
+    panel.props.WinGradientDirection = 4; // half = 20, step 2
+    panel.Paint();
+    EXPECT_EQ(panel.Pixel(3, 20), panel.B(0));
+    EXPECT_EQ(panel.Pixel(3, 0), panel.B(-40));
+    EXPECT_EQ(panel.Pixel(3, 19), ShiftColour(panel.B(-40), 38, false));
+    EXPECT_EQ(panel.Pixel(3, 40), panel.B(-40));
+    EXPECT_EQ(panel.Pixel(3, 25), panel.B(-10));
+
+    WindowsPanel across(41, 6);
+    across.props.WinGradientDirection = 5;
+    across.props.WinBackColor = Rgb(10, 150, 200); // red clamps: the middle keeps the second colour
+    across.Paint();
+    const ColorRef base = Rgb(10, 150, 200);
+    EXPECT_EQ(across.Pixel(20, 3), base);
+    EXPECT_EQ(across.Pixel(19, 3), ShiftColour(ShiftColour(base, -40, false), 38, false));
+    EXPECT_EQ(across.Pixel(21, 5), ShiftColour(base, -2, false));
+}
+
+TEST(WindowsShading, NoShadingForUnknownDirectionsFlatForUnknownContrasts)
+{
+    WindowsPanel panel;
+    panel.props.WinGradientDirection = 6;
+    panel.Paint();
+    EXPECT_EQ(panel.Pixel(30, 20), kMarker);
+
+    panel.props.WinGradientDirection = 0;
+    panel.props.WinContrast = 3;
+    panel.Paint();
+    EXPECT_EQ(panel.Pixel(30, 0), panel.B(0));
+    EXPECT_EQ(panel.Pixel(30, 39), panel.B(0));
+}
+
+TEST(WindowsShading, ThemesUseTheShiftedButtonFace)
+{
+    WindowsPanel panel;
+    panel.props.WinOptionColor = 0;
+    panel.props.WinContrast = 5;
+    panel.Paint();
+    EXPECT_EQ(panel.Pixel(5, 5), ShiftColour(panel.Sys(15), 30, true));
+}
+
+TEST(WindowsShading, PendingCaptureSkipsTheShadingButNotTheBorders)
+{
+    WindowsPanel panel;
+    panel.props.BackStyle = 0;
+    panel.state.CaptureBackground = 1;
+    panel.props.WinBorderTopStyle = 3;
+    panel.Paint();
+    EXPECT_EQ(panel.Pixel(30, 20), kMarker);
+    EXPECT_EQ(panel.Pixel(30, 0), panel.B(-40));
+
+    panel.props.BackStyle = 1; // opaque shades even while capturing
+    panel.Paint();
+    EXPECT_EQ(panel.Pixel(30, 20), panel.B(-20));
+}
+
+TEST(WindowsBorders, TopRowsAndTheirCornerFlags)
+{
+    WindowsPanel panel(20, 10);
+    panel.props.WinGradientDirection = 9;
+    panel.props.WinBorderTopStyle = 3;
+    panel.Paint();
+    // No left or right border: every top row runs the full width.
+    EXPECT_EQ(panel.Pixel(0, 1), panel.B(-25));
+    EXPECT_EQ(panel.Pixel(19, 2), panel.B(-20));
+
+    panel.Fill(kMarker);
+    panel.props.WinBorderLeftStyle = 2;
+    panel.props.WinBorderRightStyle = 2;
+    panel.props.WinBorderTopStyle = 2; // raised, back colour: the outer row is shortened too
+    panel.props.WinBorderBottomStyle = 0;
+    panel.Paint();
+    EXPECT_EQ(panel.Pixel(1, 0), panel.B(40));
+    EXPECT_EQ(panel.Pixel(18, 0), panel.B(40));
+    EXPECT_EQ(panel.Pixel(18, 0), panel.B(40));  // the right side's inner column, full length
+    EXPECT_EQ(panel.Pixel(19, 0), kMarker);      // its outer column starts below the top
+    EXPECT_EQ(panel.Pixel(19, 1), panel.B(-50));
+    EXPECT_EQ(panel.Pixel(0, 0), panel.B(40));   // the left side's outer column
+}
+
+TEST(WindowsBorders, LeftInnerColumnsStartBelowTheTopStyle)
+{
+    for (auto [topStyle, firstRow] : { std::pair { 0, 0 }, std::pair { 1, 1 }, std::pair { 2, 1 }, std::pair { 3, 2 } }) {
+        WindowsPanel panel(20, 10);
+        panel.props.WinGradientDirection = 9;
+        panel.props.WinBorderLeftStyle = 3;
+        panel.props.WinOptionColor = 0;
+        panel.Fill(kMarker);
+        panel.props.WinBorderTopStyle = static_cast<int16_t>(topStyle);
+        panel.Paint();
+        const ColorRef B = panel.state.SysColors[0];
+        EXPECT_EQ(panel.Pixel(0, 9), ShiftColour(B, -40, false)) << topStyle;
+        EXPECT_EQ(panel.Pixel(1, 9), ShiftColour(B, -25, false)) << topStyle; // no bottom border: to H
+        EXPECT_EQ(panel.Pixel(2, firstRow), ShiftColour(B, -20, false)) << topStyle;
+        if (firstRow > 0 && topStyle != 3)
+            EXPECT_NE(panel.Pixel(2, firstRow - 1), ShiftColour(B, -20, false)) << topStyle;
+    }
+}
+
+TEST(WindowsBorders, ShadowLeftWithBackColourDrawsAlongTheTop)
+{
+    WindowsPanel panel(20, 10);
+    panel.props.WinGradientDirection = 9;
+    panel.props.WinBorderLeftStyle = 3;
+    panel.props.WinBorderBottomStyle = 1;
+    panel.Paint();
+    EXPECT_EQ(panel.Pixel(19, 0), panel.B(-40));
+    EXPECT_EQ(panel.Pixel(0, 5), kMarker); // no outer left column
+    EXPECT_EQ(panel.Pixel(1, 0), panel.B(-25)); // the inner column starts at row 0, over that row
+    EXPECT_EQ(panel.Pixel(1, 8), panel.B(-25)); // stops one above the bottom (the flag)
+    EXPECT_EQ(panel.Pixel(1, 9), panel.B(40));  // the bottom's outer row
+}
+
+TEST(WindowsBorders, RightAndBottomOffsets)
+{
+    WindowsPanel panel(20, 10);
+    panel.props.WinGradientDirection = 9;
+    panel.props.WinBorderTopStyle = 3;
+    panel.props.WinBorderRightStyle = 1;
+    panel.Paint();
+    // Lowered, back colour: the inner column full length first, the outer one from row 2.
+    EXPECT_EQ(panel.Pixel(18, 9), panel.B(-50));
+    EXPECT_EQ(panel.Pixel(19, 1), kMarker); // the top's inner rows stop short (rf), the column starts at 2
+    EXPECT_EQ(panel.Pixel(19, 2), panel.B(40));
+    EXPECT_EQ(panel.Pixel(19, 9), panel.B(40));
+
+    WindowsPanel bottom(20, 10);
+    bottom.props.WinGradientDirection = 9;
+    bottom.props.WinBorderBottomStyle = 3;
+    bottom.props.WinBorderLeftStyle = 3;
+    bottom.props.WinBorderRightStyle = 1;
+    bottom.Paint();
+    EXPECT_EQ(bottom.Pixel(0, 9), bottom.B(-40));
+    EXPECT_EQ(bottom.Pixel(2, 8), bottom.B(-25)); // lo = 2
+    EXPECT_EQ(bottom.Pixel(1, 8), bottom.B(-25)); // the left shadow's column 1 (drawn before)
+    EXPECT_EQ(bottom.Pixel(18, 7), bottom.B(-20)); // up to W - ro = 19, end excluded
+    EXPECT_EQ(bottom.Pixel(19, 7), bottom.B(40));
+}
+
+} // namespace
+} // namespace vex::render
