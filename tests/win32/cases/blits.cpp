@@ -84,6 +84,18 @@ VEX_DRAWING_CASES(blit_cases)
         dc.TransparentBlt(115, 55, 24, 18, *source.dc, 0, 0, 24, 18, kKey);  // clipped by the surface
     } });
 
+    // Source rectangles that reach past the source bitmap, stretched and keyed.
+    cases.push_back({ "blit_source_outside_bitmap", 150, 60, [](DeviceContext& dc, Facts&) {
+        Ground(dc, 150, 60);
+        Source source = MakeDrawnSource(dc, 24, 18);
+        dc.StretchBlt(2, 2, 40, 30, *source.dc, 10, 8, 20, 15);
+        dc.StretchBlt(46, 2, 40, 30, *source.dc, -6, -4, 20, 15);
+        dc.TransparentBlt(90, 2, 40, 30, *source.dc, 10, 8, 20, 15, kKey);
+        dc.TransparentBlt(90, 34, 20, 15, *source.dc, -4, 0, 20, 15, kKey);
+        dc.SetStretchBltMode(platform::kStretchHalftone);
+        dc.StretchBlt(2, 34, 40, 24, *source.dc, 12, 9, 20, 15);
+    } });
+
     // Blits from a bitmap made by CreateCompatibleBitmap and then drawn into, between two
     // memory DCs, and back: the path the 3D border's buffers take.
     cases.push_back({ "blit_memory_to_memory", 60, 40, [](DeviceContext& dc, Facts& facts) {
