@@ -10,9 +10,31 @@
 //     went on). A tree that cannot be built reports "Error in tree creation (Static)" through
 //     onTreeError and returns result 0 with data unchanged.
 // One Inflater belongs to one LoadPNG object; it keeps the fixed trees between calls.
+//
+// The rest of the behaviour, in detail (capacity below means the value after the +100):
+//   - The output array has indices 0..capacity. A literal written past it raises RuntimeError 9
+//     (subscript out of range); so does a copy whose distance reaches before the first output
+//     byte. A copy that reaches past index capacity ends the inflate there: the output is cut to
+//     exactly capacity bytes, and the result stays what it was (0, or -2 after a bad stored
+//     block). A literal may fill index capacity itself, so a stream can end with capacity + 1
+//     bytes.
+//   - An incomplete code set is accepted; a bit pattern that matches none of its codes is a
+//     broken stream (-1). Length symbols 286-287 mean length 0 and distance symbols 30-31
+//     distance 0 (a copy of length L at distance 0 writes L zero bytes).
+//   - Codes may be completed with zero bits past the end of the input; a fixed-width field
+//     (block header, extra bits, stored header or data) that reaches past it is a broken stream.
+//     A literal decoded entirely from those zero bits would repeat forever: RuntimeError 9.
+//   - A stored block needs its 4-byte header to start at least one byte before the input's last
+//     byte, counted from where the bit reader had loaded to; with the zlib trailer in the data
+//     this always holds for well-formed streams.
+//   - A capacity whose +100 overflows raises RuntimeError 6; a negative result raises 9.
+//   - When an error is raised, data is left as given and result is not written.
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -21,6 +43,15 @@ namespace vex::png {
 inline constexpr int32_t kInflateOk = 0;
 inline constexpr int32_t kInflateBroken = -1;
 inline constexpr int32_t kInflateStoredLengthMismatch = -2;
+
+// What InflateInto reports: the result code, the number of bytes produced, and whether the
+// trees could not be built (then nothing was produced and, as with Inflate, the caller's own
+// bytes stand as the data: the image decode goes on with the compressed bytes).
+struct InflateOutcome {
+    int32_t result = kInflateOk;
+    size_t produced = 0;
+    bool treeError = false;
+};
 
 class Inflater {
 public:
@@ -33,6 +64,21 @@ public:
     std::function<void(const std::string& message)> onTreeError;
 
     void Inflate(std::vector<uint8_t>& data, int32_t& capacity, bool deflate64, int32_t& result);
+
+    // The image decode's entry: the same results as Inflate without copying the input or
+    // zero-filling the output. `output` must hold at least OutputSizeFor(capacity) bytes
+    // (capacity as passed in), else RuntimeError 9. Only output[0, produced) is meaningful;
+    // bytes after it (up to ~300 past) may have been written.
+    InflateOutcome InflateInto(std::span<const uint8_t> input, int32_t& capacity, bool deflate64,
+                               std::span<uint8_t> output);
+    static size_t OutputSizeFor(int32_t capacity);
+
+    struct Tables;
+
+private:
+    InflateOutcome Run(std::span<const uint8_t> input, int32_t lastIndex, bool deflate64, uint8_t* output);
+
+    std::unique_ptr<Tables> tables_;
 };
 
 } // namespace vex::png

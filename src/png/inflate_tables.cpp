@@ -1,0 +1,165 @@
+#include "png/inflate_tables.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace vex::png::inflate_detail {
+
+namespace {
+
+constexpr uint32_t Plain(uint32_t base, uint32_t extra) { return (base << 16) | (extra << 8); }
+
+constexpr std::array<uint32_t, kLitLenSymbols> MakeLitLenEntries()
+{
+    constexpr uint16_t base[29] = {3,  4,  5,  6,  7,  8,  9,  10, 11,  13,  15,  17,  19,  23, 27,
+                                   31, 35, 43, 51, 59, 67, 83, 99, 115, 131, 163, 195, 227, 258};
+    constexpr uint8_t extra[29] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2,
+                                   2, 3, 3, 3, 3, 4, 4, 4, 4, 5, 5, 5, 5, 0};
+    std::array<uint32_t, kLitLenSymbols> entries{};
+    for (uint32_t symbol = 0; symbol < 256; ++symbol)
+        entries[symbol] = kEntryLiteral | (symbol << 16);
+    entries[256] = kEntryExceptional | kEntryEndOfBlock;
+    for (uint32_t code = 0; code < 29; ++code)
+        entries[257 + code] = Plain(base[code], extra[code]);
+    // 286 and 287 stay 0: base 0, no extra bits.
+    return entries;
+}
+
+constexpr std::array<uint32_t, kDistanceSymbols> MakeDistanceEntries()
+{
+    constexpr uint16_t base[30] = {1,   2,   3,   4,   5,   7,    9,    13,   17,   25,   33,   49,   65,    97,    129,
+                                   193, 257, 385, 513, 769, 1025, 1537, 2049, 3073, 4097, 6145, 8193, 12289, 16385, 24577};
+    std::array<uint32_t, kDistanceSymbols> entries{};
+    for (uint32_t code = 0; code < 30; ++code)
+        entries[code] = Plain(base[code], code < 4 ? 0 : code / 2 - 1);
+    // 30 and 31 stay 0: distance 0, no extra bits.
+    return entries;
+}
+
+constexpr std::array<uint32_t, kCodeLengthSymbols> MakeCodeLengthEntries()
+{
+    std::array<uint32_t, kCodeLengthSymbols> entries{};
+    for (uint32_t symbol = 0; symbol < kCodeLengthSymbols; ++symbol)
+        entries[symbol] = symbol << 16;
+    return entries;
+}
+
+uint32_t ReverseBits(uint32_t code, unsigned length)
+{
+    uint32_t reversed = 0;
+    for (unsigned bit = 0; bit < length; ++bit) {
+        reversed = (reversed << 1) | (code & 1);
+        code >>= 1;
+    }
+    return reversed;
+}
+
+} // namespace
+
+const std::array<uint32_t, kLitLenSymbols> kLitLenSymbolEntries = MakeLitLenEntries();
+const std::array<uint32_t, kDistanceSymbols> kDistanceSymbolEntries = MakeDistanceEntries();
+const std::array<uint32_t, kCodeLengthSymbols> kCodeLengthSymbolEntries = MakeCodeLengthEntries();
+
+int32_t BuildDecodeTable(DecodeTable& table, const uint8_t* lengths, unsigned count,
+                         const uint32_t* symbolEntries)
+{
+    // Count codes per length; find the longest length present.
+    uint32_t perLength[kMaxCodeLength + 1] = {};
+    for (unsigned symbol = 0; symbol < count; ++symbol)
+        ++perLength[lengths[symbol]];
+    perLength[0] = 0;
+    unsigned longest = 0;
+    for (unsigned length = 1; length <= kMaxCodeLength; ++length)
+        if (perLength[length] != 0)
+            longest = length;
+
+    // Over-subscription: the code space left after each length must not fall below zero.
+    // Space left over (an incomplete set) is fine; those patterns decode to holes.
+    int32_t left = 1;
+    for (unsigned length = 1; length <= longest; ++length) {
+        left = left * 2 - static_cast<int32_t>(perLength[length]);
+        if (left < 0)
+            return left;
+    }
+    table.longest = longest;
+
+    // Symbols sorted by (length, symbol): canonical code order.
+    uint32_t offsets[kMaxCodeLength + 2] = {};
+    for (unsigned length = 1; length <= kMaxCodeLength; ++length)
+        offsets[length + 1] = offsets[length] + perLength[length];
+    uint16_t sorted[kLitLenSymbols];
+    for (unsigned symbol = 0; symbol < count; ++symbol)
+        if (lengths[symbol] != 0)
+            sorted[offsets[lengths[symbol]]++] = static_cast<uint16_t>(symbol);
+
+    // First code of each length, as canonical Huffman codes are assigned.
+    uint32_t nextCode[kMaxCodeLength + 1] = {};
+    uint32_t code = 0;
+    for (unsigned length = 1; length <= kMaxCodeLength; ++length) {
+        code = (code + perLength[length - 1]) << 1;
+        nextCode[length] = code;
+    }
+
+    // Primary table, by doubling: after step `length` the first 2^length entries describe
+    // every pattern of that many bits; copying them up replicates each shorter code (and each
+    // hole) into the patterns that extend it, then the codes of the new length are placed.
+    uint32_t* entries = table.entries;
+    const unsigned primaryBits = table.primaryBits;
+    entries[0] = entries[1] = kEntryHole;
+    unsigned position = 0; // into `sorted`
+    for (unsigned length = 1; length <= primaryBits; ++length) {
+        const size_t size = size_t{1} << length;
+        if (length > 1)
+            std::memcpy(entries + size / 2, entries, size / 2 * sizeof(uint32_t));
+        for (uint32_t n = 0; n < perLength[length]; ++n) {
+            unsigned symbol = sorted[position++];
+            entries[ReverseBits(nextCode[length]++, length)] = symbolEntries[symbol] | length;
+        }
+    }
+
+    // Subtables for the longer codes. In canonical order the codes sharing their first
+    // primaryBits bits are contiguous and their lengths never decrease, so each group's last
+    // code gives the subtable's size.
+    const unsigned total = offsets[kMaxCodeLength + 1];
+    size_t nextSubtable = size_t{1} << primaryBits;
+    uint32_t subtablePrefix = 0;
+    size_t subtableStart = 0;
+    unsigned subtableBits = 0;
+    bool haveSubtable = false;
+    for (unsigned index = position; index < total; ++index) {
+        unsigned symbol = sorted[index];
+        unsigned length = lengths[symbol];
+        uint32_t reversed = ReverseBits(nextCode[length]++, length);
+        uint32_t prefix = reversed & ((1u << primaryBits) - 1);
+        if (!haveSubtable || prefix != subtablePrefix) {
+            // Find the group's last code to size the subtable.
+            unsigned last = index;
+            uint32_t probeCode[kMaxCodeLength + 1];
+            std::memcpy(probeCode, nextCode, sizeof probeCode);
+            while (last + 1 < total) {
+                unsigned nextLength = lengths[sorted[last + 1]];
+                uint32_t nextPrefix = ReverseBits(probeCode[nextLength], nextLength) & ((1u << primaryBits) - 1);
+                if (nextPrefix != prefix)
+                    break;
+                ++probeCode[nextLength];
+                ++last;
+            }
+            subtableBits = lengths[sorted[last]] - primaryBits;
+            subtableStart = nextSubtable;
+            nextSubtable += size_t{1} << subtableBits;
+            std::fill_n(entries + subtableStart, size_t{1} << subtableBits, kEntryHole);
+            entries[prefix] = kEntryExceptional | kEntrySubtable | (static_cast<uint32_t>(subtableStart) << 16) |
+                              (subtableBits << 8) | primaryBits;
+            subtablePrefix = prefix;
+            haveSubtable = true;
+        }
+        const uint32_t entry = symbolEntries[symbol] | (length - primaryBits);
+        const size_t stride = size_t{1} << (length - primaryBits);
+        for (size_t slot = reversed >> primaryBits; slot < (size_t{1} << subtableBits); slot += stride)
+            entries[subtableStart + slot] = entry;
+    }
+    return 0;
+}
+
+} // namespace vex::png::inflate_detail

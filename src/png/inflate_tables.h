@@ -1,0 +1,82 @@
+#pragma once
+// Decode tables of the inflate: one 32-bit entry per bit pattern, libdeflate-style.
+//
+// A table is indexed by the next bits of the stream (least significant bit first, which is the
+// bit-reversed Huffman code). The primary table has 2^primaryBits entries; codes longer than
+// primaryBits go through one level of subtables placed after it.
+//
+// Entry layout:
+//
+//   31                16 15 14 13 12 11     8 7          0
+//  +--------------------+--+--+--+--+--------+------------+
+//  |      payload       |L |X |S |E | extra  |   length   |
+//  +--------------------+--+--+--+--+--------+------------+
+//
+//   length   bits this entry consumes: the codeword length (the part below the primary table
+//            for a subtable entry), or primaryBits for a subtable pointer
+//   extra    number of extra bits that follow the codeword (length and distance codes), or the
+//            subtable's index bits for a subtable pointer
+//   L        literal; payload = the byte
+//   X        exceptional: end of block, subtable pointer or hole
+//   S        subtable pointer (with X); payload = index of the subtable's first entry
+//   E        end of block (with X)
+//   a hole   X without S or E: no code of the (possibly incomplete) code set matches
+//   neither L nor X: a length or distance code; payload = base value. Length symbols 286-287
+//            and distance symbols 30-31 are plain entries with base 0 and no extra bits.
+//   code-length codes: payload = the symbol 0..18
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace vex::png::inflate_detail {
+
+inline constexpr uint32_t kEntryLiteral = 0x8000;
+inline constexpr uint32_t kEntryExceptional = 0x4000;
+inline constexpr uint32_t kEntrySubtable = 0x2000;
+inline constexpr uint32_t kEntryEndOfBlock = 0x1000;
+inline constexpr uint32_t kEntryHole = kEntryExceptional;
+
+inline constexpr unsigned EntryLength(uint32_t entry) { return entry & 0xff; }
+inline constexpr unsigned EntryExtra(uint32_t entry) { return (entry >> 8) & 0xf; }
+inline constexpr uint32_t EntryPayload(uint32_t entry) { return entry >> 16; }
+
+inline constexpr unsigned kLitLenPrimaryBits = 11;
+inline constexpr unsigned kDistancePrimaryBits = 8;
+inline constexpr unsigned kCodeLengthPrimaryBits = 7;
+inline constexpr unsigned kMaxCodeLength = 15;
+
+inline constexpr unsigned kLitLenSymbols = 288;
+inline constexpr unsigned kDistanceSymbols = 32;
+inline constexpr unsigned kCodeLengthSymbols = 19;
+
+// Worst case: every code longer than the primary bits gets a subtable of its own of the
+// largest size. Incomplete code sets are accepted, so the usual Kraft-based bound does not hold.
+inline constexpr size_t TableSize(unsigned primaryBits, unsigned symbols)
+{
+    return (size_t{1} << primaryBits) + size_t{symbols} * (size_t{1} << (kMaxCodeLength - primaryBits));
+}
+inline constexpr size_t kLitLenTableSize = TableSize(kLitLenPrimaryBits, kLitLenSymbols);
+inline constexpr size_t kDistanceTableSize = TableSize(kDistancePrimaryBits, kDistanceSymbols);
+inline constexpr size_t kCodeLengthTableSize = size_t{1} << kCodeLengthPrimaryBits; // codes ≤ 7 bits
+
+// One decode table with the longest code length present (0 for an empty code set); the
+// original reader loads that many bits before each search, which a stored block can observe.
+struct DecodeTable {
+    uint32_t* entries = nullptr;
+    unsigned primaryBits = 0;
+    unsigned longest = 0;
+};
+
+// What each symbol decodes to, before the codeword length is added.
+extern const std::array<uint32_t, kLitLenSymbols> kLitLenSymbolEntries;
+extern const std::array<uint32_t, kDistanceSymbols> kDistanceSymbolEntries;
+extern const std::array<uint32_t, kCodeLengthSymbols> kCodeLengthSymbolEntries;
+
+// Builds `table` for the code lengths of symbols 0..count-1 (each 0..15). Returns 0, or the
+// negative count of missing code space when the lengths over-subscribe a length; an incomplete
+// set is accepted and its unused patterns become holes.
+int32_t BuildDecodeTable(DecodeTable& table, const uint8_t* lengths, unsigned count,
+                         const uint32_t* symbolEntries);
+
+} // namespace vex::png::inflate_detail

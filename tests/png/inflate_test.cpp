@@ -1,0 +1,792 @@
+// The inflate against zlib (many inputs, every level, strategy, window size and flush pattern),
+// against the plain model on damaged streams, and on hand-made streams for each rule.
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "base/runtime_error.h"
+#include "inflate_model.h"
+#include "png/inflate.h"
+
+using namespace vex;
+using namespace vex::png;
+using vex::png::testing::Compare;
+using vex::png::testing::ModelInflate;
+using vex::png::testing::ModelOutcome;
+using vex::png::testing::RealInflate;
+
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+// ---- Inputs -----------------------------------------------------------------------------------
+
+Bytes Text(size_t size, uint32_t seed)
+{
+    static const char* words[] = {"the ", "panel ", "draws ", "a ", "border ", "of ", "width ", "three ",
+                                  "pixels ", "and ", "its ", "caption ", "in ", "bold\n", "colour ", "gradient "};
+    std::mt19937 random(seed);
+    Bytes bytes;
+    while (bytes.size() < size) {
+        const char* word = words[random() % 16];
+        bytes.insert(bytes.end(), word, word + std::strlen(word));
+    }
+    bytes.resize(size);
+    return bytes;
+}
+
+Bytes Noise(size_t size, uint32_t seed)
+{
+    std::mt19937 random(seed);
+    Bytes bytes(size);
+    for (auto& byte : bytes)
+        byte = uint8_t(random());
+    return bytes;
+}
+
+Bytes Runs(size_t size, uint32_t seed)
+{
+    std::mt19937 random(seed);
+    Bytes bytes;
+    while (bytes.size() < size)
+        bytes.insert(bytes.end(), 1 + random() % 600, uint8_t(random() % 4));
+    bytes.resize(size);
+    return bytes;
+}
+
+// PNG-like rows: a filter byte, then RGB pixels of a noisy gradient with flat patches, filtered
+// with Sub or Up as an encoder would.
+Bytes ImageRows(unsigned width, unsigned height, uint32_t seed)
+{
+    std::mt19937 random(seed);
+    const unsigned stride = width * 3;
+    Bytes pixels(size_t(stride) * height), rows;
+    for (unsigned y = 0; y < height; ++y)
+        for (unsigned x = 0; x < width; ++x) {
+            bool flat = ((x / 37) + (y / 23)) % 3 == 0;
+            for (unsigned c = 0; c < 3; ++c)
+                pixels[y * stride + x * 3 + c] =
+                    uint8_t(flat ? 40 * c + 17 : (x * (c + 1) + y * 2 + random() % 9));
+        }
+    for (unsigned y = 0; y < height; ++y) {
+        uint8_t filter = uint8_t(y % 3);
+        rows.push_back(filter);
+        for (unsigned i = 0; i < stride; ++i) {
+            uint8_t value = pixels[y * stride + i];
+            uint8_t left = i >= 3 ? pixels[y * stride + i - 3] : 0;
+            uint8_t up = y > 0 ? pixels[(y - 1) * stride + i] : 0;
+            rows.push_back(uint8_t(value - (filter == 1 ? left : filter == 2 ? up : 0)));
+        }
+    }
+    return rows;
+}
+
+struct Input {
+    std::string name;
+    Bytes bytes;
+};
+
+std::vector<Input> Inputs()
+{
+    return {
+        {"empty", {}},
+        {"one byte", {0x5a}},
+        {"text", Text(20000, 1)},
+        {"noise", Noise(9000, 2)},
+        {"runs", Runs(30000, 3)},
+        {"image rows", ImageRows(120, 90, 4)},
+        {"short text", Text(300, 5)},
+    };
+}
+
+// ---- zlib as the encoder ----------------------------------------------------------------------
+
+struct Settings {
+    int level = 6;
+    int strategy = Z_DEFAULT_STRATEGY;
+    int windowBits = 15;
+    int memLevel = 8;
+    int flush = Z_NO_FLUSH; // with another flush, the input is fed in small pieces
+    size_t piece = 0;
+};
+
+std::string Describe(const Settings& s)
+{
+    return "level " + std::to_string(s.level) + " strategy " + std::to_string(s.strategy) + " window " +
+           std::to_string(s.windowBits) + " memLevel " + std::to_string(s.memLevel) + " flush " +
+           std::to_string(s.flush) + " piece " + std::to_string(s.piece);
+}
+
+// A zlib stream of `input`, without its 2-byte header (what the inflate is given).
+Bytes Compress(const Bytes& input, const Settings& s)
+{
+    z_stream z{};
+    EXPECT_EQ(deflateInit2(&z, s.level, Z_DEFLATED, s.windowBits, s.memLevel, s.strategy), Z_OK);
+    Bytes output(deflateBound(&z, input.size()) * 2 + 1024 + input.size() * 6);
+    z.next_out = output.data();
+    z.avail_out = unsigned(output.size());
+    size_t offset = 0;
+    const size_t piece = s.piece == 0 ? input.size() : s.piece;
+    do {
+        size_t take = std::min(piece, input.size() - offset);
+        z.next_in = const_cast<uint8_t*>(input.data()) + offset;
+        z.avail_in = unsigned(take);
+        offset += take;
+        int flush = offset == input.size() ? Z_FINISH : s.flush;
+        int status = deflate(&z, flush);
+        EXPECT_TRUE(status == Z_OK || status == Z_STREAM_END || status == Z_BUF_ERROR);
+    } while (offset < input.size());
+    while (deflate(&z, Z_FINISH) == Z_OK) {
+    }
+    output.resize(z.total_out);
+    deflateEnd(&z);
+    return Bytes(output.begin() + 2, output.end());
+}
+
+void ExpectRoundTrip(const Input& input, const Settings& settings)
+{
+    SCOPED_TRACE(input.name + ", " + Describe(settings));
+    const Bytes stream = Compress(input.bytes, settings);
+    Inflater inflater;
+    int treeErrors = 0;
+    inflater.onTreeError = [&](const std::string&) { ++treeErrors; };
+    Bytes data = stream;
+    int32_t capacity = int32_t(input.bytes.size());
+    int32_t result = -99;
+    inflater.Inflate(data, capacity, false, result);
+    EXPECT_EQ(result, kInflateOk);
+    EXPECT_EQ(treeErrors, 0);
+    EXPECT_EQ(capacity, int32_t(input.bytes.size()) + 100);
+    EXPECT_TRUE(data == input.bytes) << "decoded " << data.size() << " bytes of " << input.bytes.size();
+
+    // The image decode's entry point gives the same bytes.
+    int32_t capacity2 = int32_t(input.bytes.size());
+    Bytes output(Inflater::OutputSizeFor(capacity2));
+    InflateOutcome outcome = inflater.InflateInto(stream, capacity2, false, output);
+    EXPECT_EQ(outcome.result, kInflateOk);
+    ASSERT_EQ(outcome.produced, input.bytes.size());
+    EXPECT_TRUE(std::equal(input.bytes.begin(), input.bytes.end(), output.begin()));
+}
+
+// ---- Hand-made streams ------------------------------------------------------------------------
+
+class BitWriter {
+public:
+    // `count` bits of `value`, least significant first (header fields, extra bits).
+    BitWriter& Bits(uint32_t value, unsigned count)
+    {
+        for (unsigned i = 0; i < count; ++i)
+            Bit((value >> i) & 1);
+        return *this;
+    }
+    // A Huffman code: most significant bit first.
+    BitWriter& Code(uint32_t code, unsigned length)
+    {
+        for (unsigned i = length; i-- > 0;)
+            Bit((code >> i) & 1);
+        return *this;
+    }
+    BitWriter& Header(bool final, unsigned type) { return Bits(final, 1).Bits(type, 2); }
+    // Fixed-code literal/length symbol and distance symbol.
+    BitWriter& Fixed(unsigned symbol)
+    {
+        if (symbol < 144)
+            return Code(0x30 + symbol, 8);
+        if (symbol < 256)
+            return Code(0x190 + symbol - 144, 9);
+        if (symbol < 280)
+            return Code(symbol - 256, 7);
+        return Code(0xc0 + symbol - 280, 8);
+    }
+    BitWriter& FixedDistance(unsigned symbol) { return Code(symbol, 5); }
+    BitWriter& Align()
+    {
+        while (count_ % 8 != 0)
+            Bit(0);
+        return *this;
+    }
+    BitWriter& Byte(uint8_t byte)
+    {
+        Align();
+        return Bits(byte, 8);
+    }
+    BitWriter& Stored(const Bytes& bytes, bool final, uint16_t complementXor = 0)
+    {
+        Header(final, 0).Align();
+        uint16_t length = uint16_t(bytes.size());
+        uint16_t complement = uint16_t(~length ^ complementXor);
+        Byte(length & 0xff).Byte(length >> 8).Byte(complement & 0xff).Byte(complement >> 8);
+        for (uint8_t b : bytes)
+            Byte(b);
+        return *this;
+    }
+    Bytes Finish(size_t trailer = 4)
+    {
+        Align();
+        Bytes bytes = bytes_;
+        bytes.insert(bytes.end(), trailer, 0xee); // stands for the Adler-32 that follows
+        return bytes;
+    }
+
+private:
+    void Bit(uint32_t bit)
+    {
+        if (count_ % 8 == 0)
+            bytes_.push_back(0);
+        bytes_.back() |= uint8_t(bit << (count_ % 8));
+        ++count_;
+    }
+    Bytes bytes_;
+    size_t count_ = 0;
+};
+
+struct Decoded {
+    int32_t result = -99;
+    int32_t capacity = 0;
+    int treeErrors = 0;
+    Bytes data;
+};
+
+Decoded Inflate(Inflater& inflater, const Bytes& stream, int32_t capacity, bool deflate64 = false)
+{
+    Decoded run;
+    inflater.onTreeError = [&](const std::string& message) {
+        EXPECT_EQ(message, "Error in tree creation (Static)");
+        ++run.treeErrors;
+    };
+    run.data = stream;
+    run.capacity = capacity;
+    inflater.Inflate(run.data, run.capacity, deflate64, run.result);
+    return run;
+}
+
+Decoded Inflate(const Bytes& stream, int32_t capacity, bool deflate64 = false)
+{
+    Inflater inflater;
+    return Inflate(inflater, stream, capacity, deflate64);
+}
+
+int32_t RaisedBy(auto&& call)
+{
+    try {
+        call();
+    } catch (const RuntimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+// A dynamic block header whose literal/length code gives `litLengths` (257 or more entries) and
+// whose distance code gives `distanceLengths`, written with a code-length code of 5-bit codes
+// for the lengths 0..15 (no run-length symbols). Returns the canonical codes of both.
+struct DynamicCodes {
+    std::vector<uint32_t> litCodes, distanceCodes;
+};
+
+std::vector<uint32_t> CanonicalCodes(const std::vector<uint8_t>& lengths)
+{
+    unsigned count[16] = {};
+    for (uint8_t l : lengths)
+        ++count[l];
+    count[0] = 0;
+    uint32_t next[16] = {}, code = 0;
+    for (unsigned l = 1; l < 16; ++l) {
+        code = (code + count[l - 1]) << 1;
+        next[l] = code;
+    }
+    std::vector<uint32_t> codes(lengths.size());
+    for (size_t s = 0; s < lengths.size(); ++s)
+        if (lengths[s] != 0)
+            codes[s] = next[lengths[s]]++;
+    return codes;
+}
+
+DynamicCodes DynamicHeader(BitWriter& writer, const std::vector<uint8_t>& litLengths,
+                           const std::vector<uint8_t>& distanceLengths)
+{
+    writer.Bits(uint32_t(litLengths.size() - 257), 5).Bits(uint32_t(distanceLengths.size() - 1), 5).Bits(19 - 4, 4);
+    // Code-length code: symbols 0..15 get length 4 (16 codes fill 4 bits), 16..18 unused.
+    static const uint8_t order[19] = {16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
+    std::vector<uint8_t> codeLengthLengths(19, 0);
+    for (unsigned s = 0; s < 16; ++s)
+        codeLengthLengths[s] = 4;
+    for (unsigned i = 0; i < 19; ++i)
+        writer.Bits(codeLengthLengths[order[i]], 3);
+    std::vector<uint32_t> codeLengthCodes = CanonicalCodes(codeLengthLengths);
+    for (uint8_t l : litLengths)
+        writer.Code(codeLengthCodes[l], 4);
+    for (uint8_t l : distanceLengths)
+        writer.Code(codeLengthCodes[l], 4);
+    return {CanonicalCodes(litLengths), CanonicalCodes(distanceLengths)};
+}
+
+} // namespace
+
+// ---- Against zlib -----------------------------------------------------------------------------
+
+TEST(InflateZlib, EveryLevelAndStrategy)
+{
+    const int strategies[] = {Z_DEFAULT_STRATEGY, Z_FILTERED, Z_HUFFMAN_ONLY, Z_RLE, Z_FIXED};
+    for (const Input& input : Inputs())
+        for (int level = 0; level <= 9; ++level)
+            for (int strategy : strategies) {
+                Settings settings;
+                settings.level = level;
+                settings.strategy = strategy;
+                ExpectRoundTrip(input, settings);
+            }
+}
+
+TEST(InflateZlib, WindowSizesAndMemoryLevels)
+{
+    for (const Input& input : Inputs())
+        for (int windowBits = 9; windowBits <= 15; ++windowBits)
+            for (int level : {1, 6, 9})
+                for (int memLevel : {1, 8, 9}) {
+                    Settings settings;
+                    settings.level = level;
+                    settings.windowBits = windowBits;
+                    settings.memLevel = memLevel;
+                    ExpectRoundTrip(input, settings);
+                }
+}
+
+// Fed in small pieces with flushes: many small blocks, empty stored blocks after sync and full
+// flushes, blocks that end mid-byte after partial flushes and Z_BLOCK.
+TEST(InflateZlib, FlushedPieces)
+{
+    const int flushes[] = {Z_SYNC_FLUSH, Z_FULL_FLUSH, Z_PARTIAL_FLUSH, Z_BLOCK};
+    for (const Input& input : Inputs())
+        for (int flush : flushes)
+            for (size_t piece : {size_t{1}, size_t{7}, size_t{1000}})
+                for (int level : {0, 1, 6}) {
+                    if (piece == 1 && input.bytes.size() > 5000)
+                        continue;
+                    Settings settings;
+                    settings.level = level;
+                    settings.flush = flush;
+                    settings.piece = piece;
+                    ExpectRoundTrip(input, settings);
+                }
+}
+
+TEST(InflateZlib, LargeImageAndText)
+{
+    Input image{"large image rows", ImageRows(700, 500, 9)};
+    Input text{"large text", Text(1 << 20, 10)};
+    for (int level : {1, 6, 9}) {
+        Settings settings;
+        settings.level = level;
+        ExpectRoundTrip(image, settings);
+        ExpectRoundTrip(text, settings);
+    }
+}
+
+// Many expected sizes around the real one: the last bytes go through the careful loop, and a
+// smaller capacity cuts or raises exactly where the model does.
+TEST(InflateZlib, CapacitiesAroundTheEnd)
+{
+    const Bytes input = ImageRows(40, 30, 11);
+    for (int level : {1, 9}) {
+        Settings settings;
+        settings.level = level;
+        const Bytes stream = Compress(input, settings);
+        for (int32_t capacity = int32_t(input.size()) - 700; capacity <= int32_t(input.size()) + 5; capacity += 3) {
+            SCOPED_TRACE("capacity " + std::to_string(capacity));
+            ModelOutcome expected = ModelInflate(stream, capacity, false);
+            EXPECT_EQ(Compare(expected, RealInflate(stream, capacity, false)), "");
+            EXPECT_EQ(Compare(expected, RealInflate(stream, capacity, false, true)), "");
+        }
+    }
+}
+
+// ---- Against the model, on damaged streams ----------------------------------------------------
+
+TEST(InflateModel, DamagedStreamsAgree)
+{
+    std::mt19937 random(1234);
+    const std::vector<Input> inputs = Inputs();
+    const int strategies[] = {Z_DEFAULT_STRATEGY, Z_HUFFMAN_ONLY, Z_RLE, Z_FIXED};
+    int cases = 0;
+    for (int round = 0; round < 2500; ++round) {
+        const Input& input = inputs[random() % inputs.size()];
+        Settings settings;
+        settings.level = int(random() % 10);
+        settings.strategy = strategies[random() % 4];
+        Bytes stream = Compress(Bytes(input.bytes.begin(), input.bytes.begin() + std::min<size_t>(input.bytes.size(), 3000)), settings);
+        switch (random() % 4) {
+        case 0: // flip a few bits
+            for (unsigned n = 1 + random() % 3; n > 0 && !stream.empty(); --n)
+                stream[random() % stream.size()] ^= uint8_t(1u << (random() % 8));
+            break;
+        case 1: // cut short
+            stream.resize(random() % (stream.size() + 1));
+            break;
+        case 2: // overwrite a run with noise
+            if (!stream.empty()) {
+                size_t at = random() % stream.size();
+                for (size_t i = at; i < std::min(stream.size(), at + 1 + random() % 8); ++i)
+                    stream[i] = uint8_t(random());
+            }
+            break;
+        default: // pure noise
+            stream = Noise(random() % 200, uint32_t(random()));
+            break;
+        }
+        const int32_t capacity = int32_t(random() % 4000) - 100;
+        const bool deflate64 = random() % 5 == 0;
+        SCOPED_TRACE("round " + std::to_string(round));
+        ModelOutcome expected = ModelInflate(stream, capacity, deflate64);
+        ASSERT_EQ(Compare(expected, RealInflate(stream, capacity, deflate64)), "");
+        ASSERT_EQ(Compare(expected, RealInflate(stream, capacity, deflate64, true)), "");
+        ++cases;
+    }
+    EXPECT_EQ(cases, 2500);
+}
+
+// ---- The rules, on hand-made streams ----------------------------------------------------------
+
+TEST(InflateRules, StoredBlockIsCopiedExactly)
+{
+    Bytes payload = Text(1000, 3);
+    Decoded run = Inflate(BitWriter().Stored(payload, true).Finish(), 1000);
+    EXPECT_EQ(run.result, kInflateOk);
+    EXPECT_EQ(run.data, payload);
+    EXPECT_EQ(run.capacity, 1100);
+}
+
+TEST(InflateRules, StoredLengthMismatchReportsAndGoesOn)
+{
+    Bytes stream = BitWriter().Stored({1, 2, 3}, false, 0x0100).Stored({4, 5}, true).Finish();
+    Decoded run = Inflate(stream, 5);
+    EXPECT_EQ(run.result, kInflateStoredLengthMismatch);
+    EXPECT_EQ(run.data, (Bytes{1, 2, 3, 4, 5}));
+}
+
+TEST(InflateRules, StoredBlockPastTheInputOrOutputIsBroken)
+{
+    // Data past the end of the input: what came before is kept.
+    Bytes stream = BitWriter().Stored({7, 8}, false).Stored(Bytes(50, 9), true).Finish(0);
+    stream.resize(stream.size() - 10);
+    Decoded run = Inflate(stream, 100);
+    EXPECT_EQ(run.result, kInflateBroken);
+    EXPECT_EQ(run.data, (Bytes{7, 8}));
+
+    // Data past the output's end (capacity + 1 bytes fit, one more does not).
+    EXPECT_EQ(Inflate(BitWriter().Stored(Bytes(111, 1), true).Finish(), 10).result, kInflateOk);
+    run = Inflate(BitWriter().Stored(Bytes(112, 1), true).Finish(), 10);
+    EXPECT_EQ(run.result, kInflateBroken);
+    EXPECT_TRUE(run.data.empty());
+
+    // The header needs a byte after it: an empty final stored block at the very end is broken,
+    // the same block followed by the stream's trailer is not.
+    EXPECT_EQ(Inflate(BitWriter().Stored({}, true).Finish(0), 10).result, kInflateBroken);
+    EXPECT_EQ(Inflate(BitWriter().Stored({}, true).Finish(1), 10).result, kInflateOk);
+}
+
+TEST(InflateRules, FixedBlockRepeatsOneByteWithDistanceOne)
+{
+    Bytes stream = BitWriter().Header(true, 1).Fixed('q').Fixed(285).FixedDistance(0).Fixed(256).Finish();
+    Decoded run = Inflate(stream, 259);
+    EXPECT_EQ(run.result, kInflateOk);
+    EXPECT_EQ(run.data, Bytes(259, 'q'));
+}
+
+TEST(InflateRules, TwoFixedBlocksAndTwoCallsShareTheFixedTrees)
+{
+    Bytes stream = BitWriter()
+                       .Header(false, 1).Fixed('a').Fixed(200).Fixed(256)
+                       .Header(true, 1).Fixed('b').Fixed(258).FixedDistance(1).Fixed(256)
+                       .Finish();
+    Inflater inflater;
+    for (int call = 0; call < 2; ++call) {
+        Decoded run = Inflate(inflater, stream, 10);
+        EXPECT_EQ(run.result, kInflateOk);
+        EXPECT_EQ(run.data, (Bytes{'a', 200, 'b', 200, 'b', 200, 'b'}));
+    }
+}
+
+TEST(InflateRules, OverSubscribedTreeShowsTheMessageOnceAndKeepsTheData)
+{
+    // Literal/length code: three codes of length 1.
+    BitWriter writer;
+    writer.Header(false, 1).Fixed('z').Fixed(256); // output before the bad block is dropped too
+    writer.Header(true, 2);
+    std::vector<uint8_t> lit(257, 0);
+    lit[0] = lit[1] = lit[256] = 1;
+    DynamicHeader(writer, lit, {1});
+    const Bytes stream = writer.Finish();
+    Decoded run = Inflate(stream, 50);
+    EXPECT_EQ(run.treeErrors, 1);
+    EXPECT_EQ(run.result, kInflateOk);
+    EXPECT_EQ(run.data, stream);
+    EXPECT_EQ(run.capacity, 150);
+}
+
+TEST(InflateRules, BadRepeatsInTheLengthsShowTheMessage)
+{
+    // Symbol 16 first: nothing to repeat.
+    BitWriter first;
+    first.Header(true, 2).Bits(0, 5).Bits(0, 5).Bits(19 - 4, 4);
+    // Code-length code: 16, 17, 18 and 0..15 all 5 bits (19 of 32 codes).
+    for (int i = 0; i < 19; ++i)
+        first.Bits(5, 3);
+    std::vector<uint32_t> codes = CanonicalCodes(std::vector<uint8_t>(19, 5));
+    first.Code(codes[16], 5).Bits(0, 2);
+    Decoded run = Inflate(first.Finish(), 10);
+    EXPECT_EQ(run.treeErrors, 1);
+    EXPECT_EQ(run.result, kInflateOk);
+
+    // Symbol 18 with 138 zeros, twice, over 258 lengths: the second run passes the end.
+    BitWriter second;
+    second.Header(true, 2).Bits(1, 5).Bits(0, 5).Bits(19 - 4, 4);
+    for (int i = 0; i < 19; ++i)
+        second.Bits(5, 3);
+    second.Code(codes[18], 5).Bits(127, 7).Code(codes[18], 5).Bits(127, 7);
+    run = Inflate(second.Finish(), 10);
+    EXPECT_EQ(run.treeErrors, 1);
+}
+
+TEST(InflateRules, IncompleteCodeIsAcceptedAndItsHolesAreBroken)
+{
+    // Literal/length code: 'A' and 256 of length 2, nothing else: half the code space unused.
+    std::vector<uint8_t> lit(257, 0);
+    lit['A'] = 2;
+    lit[256] = 2;
+    auto stream = [&](bool useHole) {
+        BitWriter writer;
+        writer.Header(true, 2);
+        DynamicCodes codes = DynamicHeader(writer, lit, {0});
+        writer.Code(codes.litCodes['A'], 2).Code(codes.litCodes['A'], 2);
+        if (useHole)
+            writer.Code(3, 2); // 11: no code
+        writer.Code(codes.litCodes[256], 2);
+        return writer.Finish();
+    };
+    Decoded run = Inflate(stream(false), 10);
+    EXPECT_EQ(run.result, kInflateOk);
+    EXPECT_EQ(run.data, (Bytes{'A', 'A'}));
+    run = Inflate(stream(true), 10);
+    EXPECT_EQ(run.result, kInflateBroken);
+    EXPECT_EQ(run.data, (Bytes{'A', 'A'}));
+}
+
+TEST(InflateRules, LongCodesGoThroughSubtables)
+{
+    // Literal/length lengths 1..13 for 13 literals, then four codes of 15 bits (a complete
+    // code); distance lengths 1..14 and two of 15. Codes past both primary tables.
+    std::vector<uint8_t> lit(258, 0), distance(30, 0);
+    for (unsigned i = 0; i < 13; ++i)
+        lit[i * 16] = uint8_t(i + 1);
+    lit[208] = lit[224] = lit[256] = lit[257] = 15;
+    for (unsigned i = 0; i < 14; ++i)
+        distance[i] = uint8_t(i + 1);
+    distance[14] = distance[29] = 15;
+    BitWriter writer;
+    writer.Header(true, 2);
+    DynamicCodes codes = DynamicHeader(writer, lit, distance);
+    Bytes expected;
+    for (unsigned i = 0; i < 13; ++i) {
+        writer.Code(codes.litCodes[i * 16], lit[i * 16]);
+        expected.push_back(uint8_t(i * 16));
+    }
+    for (int i = 0; i < 30; ++i) {
+        writer.Code(codes.litCodes[i % 2 ? 208 : 224], 15);
+        expected.push_back(i % 2 ? 208 : 224);
+    }
+    // Length 3 at distance code 10 (11 bits; base 33, 4 extra bits): distance 35.
+    writer.Code(codes.litCodes[257], 15).Code(codes.distanceCodes[10], 11).Bits(2, 4);
+    for (int i = 0; i < 3; ++i)
+        expected.push_back(expected[expected.size() - 35]);
+    writer.Code(codes.litCodes[256], 15);
+    Decoded run = Inflate(writer.Finish(), 50);
+    EXPECT_EQ(run.result, kInflateOk);
+    EXPECT_EQ(run.data, expected);
+}
+
+TEST(InflateRules, CopyPastTheCapacityIsCutThere)
+{
+    BitWriter writer;
+    writer.Header(true, 1).Fixed('c');
+    for (int i = 0; i < 10; ++i)
+        writer.Fixed(285).FixedDistance(0);
+    writer.Fixed(256);
+    const Bytes stream = writer.Finish();
+    Decoded run = Inflate(stream, 1000); // 2581 bytes wanted, 1100 fit
+    EXPECT_EQ(run.result, kInflateOk);
+    EXPECT_EQ(run.capacity, 1100);
+    EXPECT_EQ(run.data, Bytes(1100, 'c'));
+
+    // After a bad stored block the result stays -2 through the cut.
+    Bytes withStored = BitWriter().Stored({'c'}, false, 1).Header(true, 1).Fixed(285).FixedDistance(0).Fixed(285)
+                           .FixedDistance(0).Fixed(256).Finish();
+    run = Inflate(withStored, 300);
+    EXPECT_EQ(run.result, kInflateStoredLengthMismatch);
+    EXPECT_EQ(run.data, Bytes(400, 'c'));
+}
+
+TEST(InflateRules, LiteralPastTheOutputRaisesSubscriptOutOfRange)
+{
+    BitWriter writer;
+    writer.Header(true, 1);
+    for (int i = 0; i < 103; ++i)
+        writer.Fixed('l');
+    writer.Fixed(256);
+    const Bytes stream = writer.Finish();
+    // 101 literals fill indices 0..100 of a capacity of 0 + 100: the stream may end there.
+    BitWriter exact;
+    exact.Header(true, 1);
+    for (int i = 0; i < 101; ++i)
+        exact.Fixed('l');
+    Decoded run = Inflate(exact.Fixed(256).Finish(), 0);
+    EXPECT_EQ(run.result, kInflateOk);
+    EXPECT_EQ(run.data.size(), 101u);
+
+    Bytes data = stream;
+    int32_t capacity = 0, result = 5;
+    Inflater inflater;
+    EXPECT_EQ(RaisedBy([&] { inflater.Inflate(data, capacity, false, result); }), 9);
+    EXPECT_EQ(data, stream);
+    EXPECT_EQ(capacity, 100);
+    EXPECT_EQ(result, 5);
+}
+
+TEST(InflateRules, DistanceBeforeTheStartRaisesSubscriptOutOfRange)
+{
+    Bytes stream = BitWriter().Header(true, 1).Fixed('a').Fixed(257).FixedDistance(1).Fixed(256).Finish();
+    Bytes data = stream;
+    int32_t capacity = 10, result = 0;
+    Inflater inflater;
+    EXPECT_EQ(RaisedBy([&] { inflater.Inflate(data, capacity, false, result); }), 9);
+}
+
+TEST(InflateRules, ExtraSymbolsMeanLengthZeroAndDistanceZero)
+{
+    Bytes stream = BitWriter()
+                       .Header(true, 1)
+                       .Fixed('a')
+                       .Fixed(286).FixedDistance(5).Bits(1, 1) // length 0: nothing, whatever the distance
+                       .Fixed(287).FixedDistance(0)
+                       .Fixed(258).FixedDistance(30)           // length 4 at distance 0: four zeros
+                       .Fixed(257).FixedDistance(31)
+                       .Fixed('b')
+                       .Fixed(256)
+                       .Finish();
+    Decoded run = Inflate(stream, 10);
+    EXPECT_EQ(run.result, kInflateOk);
+    EXPECT_EQ(run.data, (Bytes{'a', 0, 0, 0, 0, 0, 0, 0, 'b'}));
+}
+
+TEST(InflateRules, Deflate64ReadsSixteenBitsForLength258)
+{
+    auto stream = [](unsigned symbol, unsigned extraBits, uint32_t extra) {
+        return BitWriter()
+            .Header(true, 1)
+            .Fixed('d')
+            .Fixed(symbol).Bits(extra, extraBits).Bits(1000 - 3, 16).FixedDistance(0)
+            .Fixed(256)
+            .Finish();
+    };
+    Decoded run = Inflate(stream(285, 0, 0), 2000, true);
+    EXPECT_EQ(run.result, kInflateOk);
+    EXPECT_EQ(run.data, Bytes(1001, 'd'));
+    // Code 284 with all its extra bits set is also 258, so it reads the 16 bits too.
+    run = Inflate(stream(284, 5, 31), 2000, true);
+    EXPECT_EQ(run.data, Bytes(1001, 'd'));
+    // Without the flag, 285 is 258 and the 16 bits are read as codes.
+    run = Inflate(BitWriter().Header(true, 1).Fixed('d').Fixed(285).FixedDistance(0).Fixed(256).Finish(), 2000);
+    EXPECT_EQ(run.data, Bytes(259, 'd'));
+}
+
+TEST(InflateRules, BrokenStreams)
+{
+    // Block type 3: the output so far is kept.
+    Decoded run = Inflate(BitWriter().Header(false, 1).Fixed('k').Fixed(256).Header(true, 3).Finish(), 10);
+    EXPECT_EQ(run.result, kInflateBroken);
+    EXPECT_EQ(run.data, (Bytes{'k'}));
+
+    // Nothing at all, and a stream that stops before its next block header.
+    run = Inflate({}, 10);
+    EXPECT_EQ(run.result, kInflateBroken);
+    EXPECT_TRUE(run.data.empty());
+    EXPECT_EQ(Inflate(BitWriter().Header(false, 1).Fixed(256).Finish(0), 10).result, kInflateBroken);
+
+    // Extra bits past the input.
+    Bytes cut = BitWriter().Header(true, 1).Fixed('x').Fixed(284).Finish(0);
+    EXPECT_EQ(Inflate(cut, 10).result, kInflateBroken);
+}
+
+TEST(InflateRules, CodesMayEndInZeroBitsPastTheInput)
+{
+    // A final fixed block whose end-of-block code (seven zero bits) runs off the input.
+    Decoded run = Inflate({0x03}, 10);
+    EXPECT_EQ(run.result, kInflateOk);
+    EXPECT_TRUE(run.data.empty());
+    // The same block not final: the next header is past the input.
+    EXPECT_EQ(Inflate({0x02}, 10).result, kInflateBroken);
+}
+
+TEST(InflateRules, CapacityLimits)
+{
+    Bytes data{0x03};
+    int32_t capacity = 2147483647 - 99, result = 0;
+    Inflater inflater;
+    EXPECT_EQ(RaisedBy([&] { inflater.Inflate(data, capacity, false, result); }), 6);
+    EXPECT_EQ(capacity, 2147483647 - 99); // unchanged when the add overflows
+    capacity = -102;
+    EXPECT_EQ(RaisedBy([&] { inflater.Inflate(data, capacity, false, result); }), 9);
+    capacity = -101; // no index 0
+    EXPECT_EQ(RaisedBy([&] { inflater.Inflate(data, capacity, false, result); }), 9);
+    capacity = -100; // an output array of one byte
+    EXPECT_EQ(RaisedBy([&] { inflater.Inflate(data, capacity, false, result); }), 0);
+    EXPECT_EQ(capacity, 0);
+    EXPECT_EQ(result, kInflateOk);
+}
+
+// The original's reader loaded bytes up to the longest code before each search, and the stored
+// block's header check counts from there. After an end-of-block code of 1 bit in a code whose
+// longest length is 15 it is two bytes ahead of the bits used.
+TEST(InflateRules, StoredHeaderCheckCountsFromTheLoadedBytes)
+{
+    auto stream = [](size_t trailer) {
+        std::vector<uint8_t> lit(257, 0);
+        lit[256] = 1;
+        lit['A'] = 15;
+        BitWriter writer;
+        writer.Header(false, 2);
+        DynamicCodes codes = DynamicHeader(writer, lit, {1});
+        writer.Code(codes.litCodes[256], 1); // the search loaded up to bit 1106 + 15
+        return writer.Stored({}, true).Finish(trailer);
+    };
+    for (int32_t capacity : {10, 1000}) {
+        EXPECT_EQ(Inflate(stream(1), capacity).result, kInflateBroken);
+        EXPECT_EQ(Inflate(stream(2), capacity).result, kInflateBroken);
+        EXPECT_EQ(Inflate(stream(3), capacity).result, kInflateOk);
+    }
+
+    // The same after a distance search that looked further than the next literal search, in
+    // both decoding loops (a long block reaches the fast one).
+    for (size_t literals : {size_t{0}, size_t{600}})
+        for (size_t trailer = 0; trailer < 6; ++trailer)
+            for (int32_t capacity : {10, 5000}) {
+                std::vector<uint8_t> lit(258, 0), distance{1, 15};
+                lit['A'] = 1;
+                lit[256] = lit[257] = 2;
+                BitWriter writer;
+                writer.Header(false, 2);
+                DynamicCodes codes = DynamicHeader(writer, lit, distance);
+                for (size_t i = 0; i < literals + 1; ++i)
+                    writer.Code(codes.litCodes['A'], 1);
+                writer.Code(codes.litCodes[257], 2).Code(codes.distanceCodes[0], 1);
+                writer.Code(codes.litCodes[256], 2);
+                Bytes bytes = writer.Stored({}, true).Finish(trailer);
+                SCOPED_TRACE("literals " + std::to_string(literals) + " trailer " + std::to_string(trailer));
+                EXPECT_EQ(Compare(ModelInflate(bytes, capacity, false), RealInflate(bytes, capacity, false)), "");
+            }
+}
