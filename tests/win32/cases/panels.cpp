@@ -1,0 +1,178 @@
+// Whole panels drawn both ways: the painters of each appearance, in DrawControl's order, on the
+// battery's surface. FIXME: paint through the control's own DrawControl once it lands; until
+// then PaintPanel below does what its steps 1, 2, 5 and 7 do.
+
+#include "helpers.h"
+#include "render/colour.h"
+#include "render/painters.h"
+
+namespace vex::drawtest {
+
+namespace {
+
+using render::PanelProperties;
+
+// The container services a headless panel gets, over whichever surface the battery made.
+class BatteryServices final : public render::PaintServices {
+public:
+    explicit BatteryServices(DeviceContext& dc)
+        : dc_(dc)
+    {
+    }
+    DeviceContext& Dc() override { return dc_; }
+    platform::Size ClientSize() override { return dc_.Extent(); }
+    double ScaleWidth() override { return dc_.Extent().width; }
+    double ScaleHeight() override { return dc_.Extent().height; }
+    ColorRef BackColorRgb() override { return render::TranslateColor(SystemColor(syscolor::ButtonFace), dc_); }
+    platform::FontDesc Font() override { return {}; }
+    void DoEvents() override { }
+    void SetExtenderVisible(bool) override { }
+    void Refresh() override { }
+    platform::PictureRef CaptureBehind(int32_t, int32_t) override { return nullptr; }
+    void MessageBox(const std::string&, const std::string&, int32_t) override { }
+
+private:
+    DeviceContext& dc_;
+};
+
+void PaintPanel(DeviceContext& dc, const PanelProperties& props)
+{
+    BatteryServices services(dc);
+    render::PaintState state;
+    render::PainterMemory memory;
+    platform::Size size = dc.Extent();
+    dc.FillRect({ 0, 0, size.width, size.height }, Brush::Solid(services.BackColorRgb())); // Cls
+    // The panel surface's own drawing state: transparent text, hollow fill.
+    dc.SetBkMode(platform::kBkTransparent);
+    dc.SelectBrush(Brush::Hollow());
+    state.SysColors = render::PrepareSysColors(dc);
+    state.ClientRect = { 0, 0, size.width, size.height };
+    state.ClientWidth = size.width;
+    state.ClientHeight = size.height;
+    render::PaintContext context { props, state, memory, services };
+    switch (props.Appearance) {
+    case 0:
+        render::DrawWindowsAppearance(context);
+        render::DrawBackgroundPicture(context);
+        render::DrawPicture(context);
+        render::DrawCaption(context);
+        break;
+    case 1:
+        render::DrawBackgroundPicture(context);
+        render::Draw3DBorder(context);
+        render::DrawPicture3D(context);
+        render::DrawCaption3D(context);
+        break;
+    case 2:
+        if (props.CustomGradientStyle != 0) {
+            render::DrawCustomGradient(context);
+        } else {
+            render::DrawCustomTexture(context);
+            render::DrawCustomFrame(context);
+        }
+        render::DrawCustomPicture(context);
+        render::DrawCaption(context);
+        break;
+    default:
+        break;
+    }
+}
+
+platform::PictureRef Backdrop()
+{
+    static const platform::PictureRef picture = platform::Picture::FromBitmap(PatternDib(23, 17, 24));
+    return picture;
+}
+
+// A small picture with a magenta surround, for the mask colour.
+platform::PictureRef Sprite()
+{
+    static const platform::PictureRef picture = [] {
+        Dib dib(14, 12, 24, false);
+        for (int32_t y = 0; y < 12; ++y) {
+            for (int32_t x = 0; x < 14; ++x) {
+                bool edge = x < 2 || y < 2 || x > 11 || y > 9;
+                ColorRef color = edge ? Rgb(255, 0, 255) : Hue(x / 3 + y / 3);
+                dib.row(y)[x * 3 + 0] = static_cast<uint8_t>(BlueOf(color));
+                dib.row(y)[x * 3 + 1] = static_cast<uint8_t>(GreenOf(color));
+                dib.row(y)[x * 3 + 2] = static_cast<uint8_t>(RedOf(color));
+            }
+        }
+        return platform::Picture::FromBitmap(std::move(dib));
+    }();
+    return picture;
+}
+
+void AddPanel(std::vector<DrawingCase>& cases, std::string name, PanelProperties props, int32_t width = 97,
+    int32_t height = 61)
+{
+    cases.push_back({ "panel_" + name, width, height,
+        [props = std::move(props)](DeviceContext& dc, Facts&) { PaintPanel(dc, props); } });
+}
+
+} // namespace
+
+VEX_DRAWING_CASES(panel_cases)
+{
+    // Windows appearance: every gradient direction and contrast, the border styles on each side.
+    for (int16_t direction = 0; direction <= 5; ++direction) {
+        PanelProperties props;
+        props.Appearance = 0;
+        props.WinGradientDirection = direction;
+        props.WinContrast = static_cast<int16_t>(direction % 3);
+        props.WinOptionColor = static_cast<int16_t>(direction % 2);
+        AddPanel(cases, "windows_direction_" + std::to_string(direction), props);
+    }
+    for (int16_t style = 0; style <= 3; ++style) {
+        PanelProperties props;
+        props.Appearance = 0;
+        props.WinBorderTopStyle = style;
+        props.WinBorderLeftStyle = static_cast<int16_t>((style + 1) % 4);
+        props.WinBorderBottomStyle = static_cast<int16_t>((style + 2) % 4);
+        props.WinBorderRightStyle = static_cast<int16_t>((style + 3) % 4);
+        props.CustomBorderLeftTopStyle = static_cast<int16_t>(style % 2);
+        props.CustomBorderRightBottomStyle = static_cast<int16_t>((style + 1) % 2);
+        AddPanel(cases, "windows_borders_" + std::to_string(style), props);
+    }
+
+    // 3D appearance: the five border styles, wide rings with a gap band, a background picture
+    // in each placement and a masked picture.
+    for (int16_t style = 0; style <= 4; ++style) {
+        PanelProperties props;
+        props.Appearance = 1;
+        props.Panel3DBorderStyle = style;
+        props.Panel3DBorderWidth = 3;
+        props.Panel3DBorderOffset = 4;
+        props.PictureBackground = Backdrop();
+        props.PictureBackgroundStyle = static_cast<int16_t>(style % 3);
+        props.Picture = Sprite();
+        props.PictureUseMask = style % 2 == 1;
+        props.PictureAlignment = static_cast<int16_t>(style * 2);
+        AddPanel(cases, "3d_style_" + std::to_string(style), props);
+    }
+
+    // Custom appearance: every gradient direction, and the texture with a wide frame.
+    for (int16_t direction = 0; direction <= 7; ++direction) {
+        PanelProperties props;
+        props.Appearance = 2;
+        props.CustomGradientStyle = 1;
+        props.CustomGradientDirection = direction;
+        props.CustomBorderWidth = static_cast<int16_t>(direction % 3);
+        props.CustomBorderRadio = static_cast<int16_t>(direction * 4);
+        props.CustomBorderLeftTopStyle = static_cast<int16_t>(direction % 2);
+        props.CustomBorderRightBottomStyle = static_cast<int16_t>(direction % 2);
+        AddPanel(cases, "custom_gradient_" + std::to_string(direction), props);
+    }
+    {
+        PanelProperties props;
+        props.Appearance = 2;
+        props.CustomGradientStyle = 0;
+        props.CustomBorderWidth = 4;
+        props.PictureBackground = Backdrop();
+        props.Picture = Sprite();
+        props.PictureAlignment = 7;
+        AddPanel(cases, "custom_texture", props);
+    }
+}
+
+} // namespace vex::drawtest
