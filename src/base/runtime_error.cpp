@@ -24,6 +24,7 @@ std::string StandardDescription(int32_t number)
     case 75: return "Path/File access error";
     case 76: return "Path not found";
     case 91: return "Object variable or With block variable not set";
+    case 321: return "Invalid file format";
     case 380: return "Invalid property value";
     case 481: return "Invalid picture";
     default: return "Application-defined or object-defined error";

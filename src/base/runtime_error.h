@@ -29,6 +29,7 @@ enum class ErrorCode : int32_t {
     PathFileAccessError = 75,
     PathNotFound = 76,
     ObjectNotSet = 91,
+    InvalidFileFormat = 321,
     InvalidPropertyValue = 380,
     InvalidPicture = 481,
 };

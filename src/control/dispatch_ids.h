@@ -1,0 +1,34 @@
+#pragma once
+// The dispatch identifiers of the panel's automation interface and events, kept for the
+// automation layer: every property, method and event by its exact name, in interface order.
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace vex::control {
+
+enum class MemberKind { Property, Method, Event };
+
+struct DispatchMember {
+    std::string_view name;
+    MemberKind kind;
+    int32_t dispid;
+    bool readOnly = false; // properties: Get only (hWnd, hDC)
+    bool hidden = false;
+};
+
+// Properties and methods in the order of the default interface.
+std::span<const DispatchMember> InterfaceMembers();
+
+// The events of the outgoing interface, in order (Click = 1 ... MouseEnter = 10).
+std::span<const DispatchMember> EventMembers();
+
+// The member called name (properties, methods, then events), or nullptr.
+const DispatchMember* FindMember(std::string_view name);
+
+inline constexpr int32_t kDispidCaption = -518;  // the standard caption identifier
+inline constexpr int32_t kDispidAboutBox = -552; // the standard about-box identifier
+inline constexpr int32_t kDispidValue = 0;       // the default member
+
+} // namespace vex::control

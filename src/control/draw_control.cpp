@@ -1,0 +1,78 @@
+// DrawControl: every paint of the panel. It prepares the paint state, then calls the painters of
+// the current appearance in their fixed order. The pipeline itself draws only the flat border
+// rings of the Custom appearance's texture style.
+#include "base/numeric.h"
+#include "control/panel_services.h"
+#include "control/vex_panel.h"
+#include "render/colour.h"
+#include "render/painters.h"
+
+namespace vex::control {
+
+void VexPanel::DrawControl(bool OptionCLS)
+{
+    host_.DrawControlCalled(OptionCLS);
+    if (OptionCLS)
+        surface_.Cls();
+
+    paint_.SysColors = render::PrepareSysColors(surface_.Dc());
+    surface_.SetBackColor(surface_.BackColor());
+    surface_.SetForeColor(props_.ForeColor);
+    // At design time the window stays enabled whatever Enabled says.
+    surface_.SetWindowEnabled(host_.UserMode() ? props_.Enabled : true);
+
+    platform::Size client = surface_.ClientSize();
+    paint_.ClientRect = platform::Rect { 0, 0, client.width, client.height };
+    paint_.ClientWidth = paint_.ClientRect.right;
+    paint_.ClientHeight = paint_.ClientRect.bottom;
+
+    render::PaintContext context = Context();
+    if (paint_.CaptureBackground == 1)
+        render::DrawCapturedBackground(context);
+
+    switch (props_.Appearance) {
+    case static_cast<int16_t>(TypeAppearance::Windows):
+        render::DrawWindowsAppearance(context);
+        render::DrawBackgroundPicture(context);
+        render::DrawPicture(context);
+        render::DrawCaption(context);
+        return;
+    case static_cast<int16_t>(TypeAppearance::Window3D):
+        render::DrawBackgroundPicture(context);
+        render::Draw3DBorder(context);
+        render::DrawPicture3D(context);
+        render::DrawCaption3D(context);
+        return;
+    case static_cast<int16_t>(TypeAppearance::Custom):
+        break;
+    default:
+        return; // no painter matches: the surface keeps what the steps above left
+    }
+
+    if (props_.CustomGradientStyle != static_cast<int16_t>(TypeCustomGradientStyle::UseTexture)) {
+        render::DrawCustomGradient(context);
+    } else {
+        // A transparent panel that is capturing shows the captured background, not the texture.
+        if (paint_.CaptureBackground == 0 || props_.BackStyle == static_cast<int16_t>(TypeBackStyle::Opaque))
+            render::DrawCustomTexture(context);
+        DrawCustomBorderRings();
+    }
+    render::DrawCustomPicture(context);
+    render::DrawCaption(context);
+}
+
+// CustomBorderWidth one-pixel rings, the outermost first, each one pixel further in. The client
+// size is narrowed to 16 bits here (a client beyond 32767 pixels is an Overflow).
+void VexPanel::DrawCustomBorderRings()
+{
+    platform::Brush brush = platform::Brush::Solid(render::TranslateColor(props_.CustomBorderColor, surface_.Dc()));
+    platform::Size client = surface_.ClientSize();
+    int16_t width = vex::ToInt16(client.width);
+    int16_t height = vex::ToInt16(client.height);
+    for (paint_.PaintLoopIndex = 1; paint_.PaintLoopIndex <= props_.CustomBorderWidth; ++paint_.PaintLoopIndex) {
+        int32_t inset = paint_.PaintLoopIndex - 1;
+        surface_.Dc().FrameRect(platform::Rect { inset, inset, width - inset, height - inset }, brush);
+    }
+}
+
+} // namespace vex::control

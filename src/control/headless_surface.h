@@ -1,0 +1,92 @@
+#pragma once
+// The control surface without a window system: a device context in memory (any implementation
+// of the drawing layer), the surface's own colours, font and pointer, and a simulated screen
+// with the control at ScreenOrigin, child windows placed on it, and the cursor.
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "control/control_surface.h"
+
+namespace vex::control {
+
+class HeadlessSurface : public ControlSurface {
+public:
+    // The window handle the simulated screen reports where no window of the control is.
+    static constexpr int32_t kDesktopWindow = 1;
+
+    HeadlessSurface(std::unique_ptr<platform::DeviceContext> dc, platform::Size clientSize);
+
+    platform::DeviceContext& Dc() override { return *dc_; }
+    int32_t hDC() override { return hdc_; }
+    int32_t hWnd() override { return hwnd_; }
+    platform::Size ClientSize() override { return clientSize_; }
+    double ScaleWidth() override { return clientSize_.width; }
+    double ScaleHeight() override { return clientSize_.height; }
+
+    OleColor BackColor() override { return backColor_; }
+    void SetBackColor(OleColor color) override { backColor_ = color; }
+    OleColor ForeColor() override { return foreColor_; }
+    void SetForeColor(OleColor color) override { foreColor_ = color; }
+    platform::FontDesc Font() override { return font_; }
+    void SetFont(const platform::FontDesc& font) override { font_ = font; }
+    int16_t MousePointer() override { return mousePointer_; }
+    void SetMousePointer(int16_t pointer) override { mousePointer_ = pointer; }
+    platform::PictureRef MouseIcon() override { return mouseIcon_; }
+    void SetMouseIcon(platform::PictureRef icon) override { mouseIcon_ = std::move(icon); }
+
+    void Cls() override;
+    void Refresh() override;
+    void SetWindowEnabled(bool enabled) override { windowEnabled_ = enabled; }
+    bool WindowEnabled() override { return windowEnabled_; }
+    void ReleaseWindowRegions() override { ++regionReleases_; }
+
+    platform::Point ClientToScreen(platform::Point point) override;
+    platform::Point CursorPos() override { return cursor_; }
+    int32_t WindowFromPoint(platform::Point screenPoint) override;
+
+    // ---- The simulation -----------------------------------------------------------------------
+    // What the host does on a refresh: normally it sends Paint to the panel.
+    void OnRefresh(std::function<void()> paint) { onRefresh_ = std::move(paint); }
+    void SetClientSize(platform::Size size) { clientSize_ = size; }
+    void SetScreenOrigin(platform::Point origin) { origin_ = origin; }
+    void SetCursorPos(platform::Point screen) { cursor_ = screen; }
+    // A child window over the control, in client coordinates; returns its handle.
+    int32_t AddChildWindow(platform::Rect clientRect);
+    // Some other top-level window covering this screen rectangle (above the control).
+    int32_t AddCoveringWindow(platform::Rect screenRect);
+
+    int ClsCount() const { return clsCount_; }
+    int RefreshCount() const { return refreshCount_; }
+    int RegionReleases() const { return regionReleases_; }
+
+private:
+    struct Window {
+        int32_t handle;
+        platform::Rect screenRect;
+    };
+
+    std::unique_ptr<platform::DeviceContext> dc_;
+    platform::Size clientSize_;
+    int32_t hwnd_;
+    int32_t hdc_;
+    OleColor backColor_ = 0x8000000F;
+    OleColor foreColor_ = 0x80000012;
+    platform::FontDesc font_;
+    int16_t mousePointer_ = 0;
+    platform::PictureRef mouseIcon_;
+    bool windowEnabled_ = true;
+    platform::Point origin_ { 100, 100 };
+    platform::Point cursor_ { 0, 0 };
+    std::vector<Window> children_; // client coordinates, moved with the control
+    std::vector<Window> covering_; // screen coordinates
+    int32_t nextHandle_;
+    std::function<void()> onRefresh_;
+    int clsCount_ = 0;
+    int refreshCount_ = 0;
+    int regionReleases_ = 0;
+};
+
+} // namespace vex::control

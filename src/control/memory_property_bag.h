@@ -1,0 +1,42 @@
+#pragma once
+// A property bag in memory: keys in the order they were first written (or loaded), typed values,
+// and a log of every read and write with the default it came with, so that tests can check the
+// order and types of the panel's persistence. The .vxp text file reads into and writes from one.
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "control/property_bag.h"
+
+namespace vex::control {
+
+struct BagOperation {
+    enum Kind { Read, Write } kind;
+    std::string name;
+    PropertyValue value;        // what was read (the default when missing) or what was offered
+    PropertyValue defaultValue;
+    bool stored;                // read: the key was present; write: the value was written
+};
+
+class MemoryPropertyBag : public PropertyBag {
+public:
+    PropertyValue ReadProperty(const std::string& name, const PropertyValue& defaultValue) override;
+    void WriteProperty(const std::string& name, const PropertyValue& value, const PropertyValue& defaultValue) override;
+
+    // Direct access, for loading a bag and inspecting it. Set replaces a key in place or appends.
+    void Set(const std::string& name, PropertyValue value);
+    std::optional<PropertyValue> Get(const std::string& name) const;
+    bool Contains(const std::string& name) const { return Get(name).has_value(); }
+    const std::vector<std::pair<std::string, PropertyValue>>& Entries() const { return entries_; }
+
+    const std::vector<BagOperation>& Log() const { return log_; }
+    void ClearLog() { log_.clear(); }
+
+private:
+    std::vector<std::pair<std::string, PropertyValue>> entries_;
+    std::vector<BagOperation> log_;
+};
+
+} // namespace vex::control

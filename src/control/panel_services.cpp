@@ -1,0 +1,9 @@
+#include "control/panel_services.h"
+
+#include "render/colour.h"
+
+namespace vex::control {
+
+ColorRef PanelServices::BackColorRgb() { return render::TranslateColor(surface_.BackColor(), surface_.Dc()); }
+
+} // namespace vex::control

@@ -1,0 +1,275 @@
+// InitProperties, ReadProperties and WriteProperties, over one table of the 59 persisted keys.
+// Each key has the default that both reading and writing pass to the bag (its type is the type
+// the key is persisted against), a reader that puts a loaded value in place, and a writer that
+// gives the value to save.
+//
+// Several Booleans are persisted against a 16-bit integer 0 rather than False, and
+// CaptionFontShadow (a colour) against a 16-bit 0: black is never written and reads back black.
+#include "control/persisted_keys.h"
+#include "control/vex_panel.h"
+
+#include <algorithm>
+
+#include "render/colour.h"
+
+namespace vex::control {
+
+struct PanelPersistence {
+    struct Key {
+        std::string_view name;
+        PropertyValue defaultValue; // the Font key's default is the ambient font instead
+        void (*load)(VexPanel&, const PropertyValue&);
+        PropertyValue (*save)(const VexPanel&);
+    };
+
+    static const std::array<Key, kPersistedKeyCount>& Keys();
+    static const Key& Find(std::string_view name);
+    static PropertyValue DefaultOf(VexPanel& panel, const Key& key);
+};
+
+namespace {
+
+using P = VexPanel;
+using V = PropertyValue;
+
+OleColor AsColour(const V& value) { return static_cast<OleColor>(AsInt32(value)); }
+V Colour(OleColor colour) { return static_cast<int32_t>(colour); }
+
+} // namespace
+
+// The fields are reached through the store (props_) since loading bypasses the set rules:
+// no clamps, no range check, no notifications, no redraw.
+#define VEX_FIELD(NAME) panel.props_.NAME
+#define VEX_COLOUR_KEY(NAME, DEFAULT)                                                                 \
+    Key { #NAME, V(int32_t(DEFAULT)), [](P& panel, const V& v) { VEX_FIELD(NAME) = AsColour(v); },      \
+        [](const P& panel) { return Colour(VEX_FIELD(NAME)); } }
+#define VEX_INT16_KEY(NAME, DEFAULT)                                                                  \
+    Key { #NAME, V(int16_t(DEFAULT)), [](P& panel, const V& v) { VEX_FIELD(NAME) = AsInt16(v); },       \
+        [](const P& panel) { return V(VEX_FIELD(NAME)); } }
+#define VEX_BOOL_KEY(NAME, DEFAULT)                                                                   \
+    Key { #NAME, V(DEFAULT), [](P& panel, const V& v) { VEX_FIELD(NAME) = AsBoolean(v); },              \
+        [](const P& panel) { return V(VEX_FIELD(NAME)); } }
+
+const std::array<PanelPersistence::Key, kPersistedKeyCount>& PanelPersistence::Keys()
+{
+    static const std::array<Key, kPersistedKeyCount> keys = {
+        VEX_COLOUR_KEY(ForeColor, 0x80000012),
+        VEX_BOOL_KEY(Enabled, true),
+        VEX_INT16_KEY(Appearance, 1),
+        VEX_INT16_KEY(BackStyle, 1),
+        VEX_INT16_KEY(CustomBorderLeftTopStyle, 0),
+        VEX_INT16_KEY(CustomBorderRightTopStyle, 0),
+        VEX_INT16_KEY(CustomBorderLeftBottomStyle, 0),
+        VEX_INT16_KEY(CustomBorderRightBottomStyle, 0),
+        VEX_INT16_KEY(CustomBorderRadio, 20),
+        VEX_COLOUR_KEY(WinBackColor, 0xC0E0FF),
+        VEX_INT16_KEY(WinGradientDirection, 0),
+        VEX_INT16_KEY(WinOptionColor, 0),
+        VEX_INT16_KEY(WinContrast, 1),
+        VEX_INT16_KEY(WinBorderTopStyle, 1),
+        VEX_INT16_KEY(WinBorderBottomStyle, 1),
+        VEX_INT16_KEY(WinBorderLeftStyle, 1),
+        VEX_INT16_KEY(WinBorderRightStyle, 1),
+        Key { "Caption", V(std::string()), [](P& panel, const V& v) { panel.props_.Caption = AsText(v); },
+            [](const P& panel) { return V(panel.props_.Caption); } },
+        VEX_INT16_KEY(CaptionAlignment, 7),
+        Key { "Font", V(platform::FontDesc()), [](P& panel, const V& v) { panel.surface_.SetFont(AsFont(v)); },
+            [](const P& panel) { return V(panel.surface_.Font()); } },
+        Key { "CaptionEfect", V(int16_t(0)), [](P& panel, const V& v) { panel.props_.CaptionEfect = AsBoolean(v); },
+            [](const P& panel) { return V(panel.props_.CaptionEfect); } },
+        VEX_COLOUR_KEY(CaptionFontIn, 0xFFC0C0),
+        VEX_COLOUR_KEY(CaptionFontOut, 0),
+        Key { "CaptionFontShadow", V(int16_t(0)), [](P& panel, const V& v) { panel.props_.CaptionFontShadow = AsColour(v); },
+            [](const P& panel) { return Colour(panel.props_.CaptionFontShadow); } },
+        VEX_BOOL_KEY(CaptionGetShadow, false),
+        Key { "Picture", V(platform::PictureRef()), [](P& panel, const V& v) { panel.props_.Picture = AsPicture(v); },
+            [](const P& panel) { return V(panel.props_.Picture); } },
+        VEX_INT16_KEY(PictureAlignment, 0),
+        Key { "PictureAnimEnabled", V(int16_t(0)),
+            [](P& panel, const V& v) { panel.props_.PictureAnimEnabled = AsBoolean(v); },
+            [](const P& panel) { return V(panel.props_.PictureAnimEnabled); } },
+        VEX_INT16_KEY(PictureAnimDelay, 100),
+        VEX_COLOUR_KEY(PictureMaskColor, 0xFF00FF),
+        Key { "PictureUseMask", V(int16_t(0)), [](P& panel, const V& v) { panel.props_.PictureUseMask = AsBoolean(v); },
+            [](const P& panel) { return V(panel.props_.PictureUseMask); } },
+        VEX_INT16_KEY(PictureFrames, 1),
+        Key { "PictureBackground", V(platform::PictureRef()),
+            [](P& panel, const V& v) { panel.props_.PictureBackground = AsPicture(v); },
+            [](const P& panel) { return V(panel.props_.PictureBackground); } },
+        VEX_INT16_KEY(PictureBackgroundStyle, 0),
+        Key { "PictureBackgroundUseMask", V(int16_t(0)),
+            [](P& panel, const V& v) { panel.props_.PictureBackgroundUseMask = AsBoolean(v); },
+            [](const P& panel) { return V(panel.props_.PictureBackgroundUseMask); } },
+        VEX_INT16_KEY(CaptionStyle, 0),
+        VEX_INT16_KEY(Panel3DBorderStyle, 0),
+        VEX_INT16_KEY(Panel3DBorderWidth, 1),
+        VEX_INT16_KEY(Panel3DBorderOffset, 3),
+        VEX_COLOUR_KEY(Panel3DHighLight, 0x80000014),
+        VEX_COLOUR_KEY(Panel3DShadow, 0x80000010),
+        VEX_COLOUR_KEY(Panel3DOffsetColor, 0x8000000F),
+        VEX_INT16_KEY(CustomBorderWidth, 1),
+        VEX_COLOUR_KEY(CustomBorderColor, 0xA88562),
+        VEX_COLOUR_KEY(CustomGradientStart, 0xE4A88A),
+        VEX_COLOUR_KEY(CustomGradientEnds, 0xF7E5DC),
+        VEX_INT16_KEY(CustomGradientDirection, 4),
+        VEX_INT16_KEY(CustomGradientStyle, 1),
+        VEX_INT16_KEY(PanelFont3D, 0),
+        VEX_COLOUR_KEY(PanelFont3DHighLight, 0x80000014),
+        VEX_COLOUR_KEY(PanelFont3DShadow, 0x80000010),
+        // Loading MouseIcon goes through its set, which also reports "MouseIcon" as changed.
+        Key { "MouseIcon", V(platform::PictureRef()), [](P& panel, const V& v) { panel.setMouseIcon(AsPicture(v)); },
+            [](const P& panel) { return V(panel.surface_.MouseIcon()); } },
+        Key { "MousePointer", V(int16_t(0)), [](P& panel, const V& v) { panel.surface_.SetMousePointer(AsInt16(v)); },
+            [](const P& panel) { return V(panel.surface_.MousePointer()); } },
+        Key { "CaptionText", V(std::string()), [](P& panel, const V& v) { panel.props_.CaptionText = AsText(v); },
+            [](const P& panel) { return V(panel.props_.CaptionText); } },
+        Key { "Panel3DBorderOption", V(int16_t(0)),
+            [](P& panel, const V& v) { panel.props_.Panel3DBorderOption = AsBoolean(v); },
+            [](const P& panel) { return V(panel.props_.Panel3DBorderOption); } },
+        VEX_COLOUR_KEY(Panel3DBorderColor, 0xA88562),
+        Key { "OptionPic", V(int16_t(0)), [](P& panel, const V& v) { panel.props_.OptionPic = AsBoolean(v); },
+            [](const P& panel) { return V(panel.props_.OptionPic); } },
+        Key { "OptionPicBackGround", V(int16_t(0)),
+            [](P& panel, const V& v) { panel.props_.OptionPicBackGround = AsBoolean(v); },
+            [](const P& panel) { return V(panel.props_.OptionPicBackGround); } },
+        Key { "BackColor", V(int32_t(0x8000000F)), [](P& panel, const V& v) { panel.surface_.SetBackColor(AsColour(v)); },
+            [](const P& panel) { return Colour(panel.surface_.BackColor()); } },
+    };
+    return keys;
+}
+
+#undef VEX_BOOL_KEY
+#undef VEX_INT16_KEY
+#undef VEX_COLOUR_KEY
+#undef VEX_FIELD
+
+const PanelPersistence::Key& PanelPersistence::Find(std::string_view name)
+{
+    const auto& keys = Keys();
+    auto found = std::find_if(keys.begin(), keys.end(), [&](const Key& key) { return key.name == name; });
+    return *found; // every caller names a key of the table
+}
+
+PropertyValue PanelPersistence::DefaultOf(VexPanel& panel, const Key& key)
+{
+    if (key.name == "Font")
+        return panel.host_.AmbientFont();
+    return key.defaultValue;
+}
+
+const std::array<std::string_view, kPersistedKeyCount>& ReadOrder()
+{
+    static const auto order = [] {
+        std::array<std::string_view, kPersistedKeyCount> names;
+        std::transform(PanelPersistence::Keys().begin(), PanelPersistence::Keys().end(), names.begin(),
+            [](const PanelPersistence::Key& key) { return key.name; });
+        return names;
+    }();
+    return order;
+}
+
+const std::array<std::string_view, kPersistedKeyCount>& WriteOrder()
+{
+    static const auto order = [] {
+        std::array<std::string_view, kPersistedKeyCount> names;
+        auto last = std::copy_if(ReadOrder().begin(), ReadOrder().end(), names.begin(), [](std::string_view name) {
+            return name != "Caption" && name != "Picture" && name != "CaptionText";
+        });
+        *last++ = "Picture";
+        *last++ = "Caption";
+        *last = "CaptionText";
+        return names;
+    }();
+    return order;
+}
+
+// ---- The host's three persistence notifications --------------------------------------------------
+
+void VexPanel::InitProperties()
+{
+    paint_.SysColors = render::PrepareSysColors(surface_.Dc());
+    setCaption(host_.AmbientDisplayName());
+
+    props_.ForeColor = 0x80000012; // the store only: the surface's fore colour is left alone
+    props_.Enabled = true;
+    props_.Appearance = 1;
+    props_.BackStyle = 1;
+
+    props_.CustomBorderRadio = 20;
+    props_.CustomBorderLeftTopStyle = props_.CustomBorderRightTopStyle = 0;
+    props_.CustomBorderLeftBottomStyle = props_.CustomBorderRightBottomStyle = 0;
+    props_.WinBackColor = 0xC0E0FF;
+    props_.WinContrast = 1;
+    props_.WinOptionColor = 0;
+    props_.WinGradientDirection = 0;
+    props_.WinBorderTopStyle = props_.WinBorderBottomStyle = 1;
+    props_.WinBorderLeftStyle = props_.WinBorderRightStyle = 1;
+    props_.CaptionAlignment = 7;
+
+    surface_.SetFont(host_.AmbientFont());
+
+    props_.CaptionEfect = false;
+    props_.CaptionFontIn = 0xFFC0C0;
+    props_.CaptionFontOut = 0;
+    // The one computed default: the button shadow of this system, brightened by 15.
+    props_.CaptionFontShadow = render::ShiftColour(paint_.SysColors[3], 15, false);
+
+    props_.CaptionGetShadow = false;
+    props_.Picture.reset();
+    props_.PictureAlignment = 0;
+    props_.PictureAnimEnabled = false;
+    props_.PictureAnimDelay = 100;
+    props_.PictureMaskColor = 0xFF00FF;
+    props_.PictureUseMask = false;
+    props_.PictureFrames = 1;
+    props_.PictureBackground.reset();
+
+    props_.Panel3DBorderWidth = 1;
+    props_.Panel3DHighLight = 0x80000014;
+    props_.CustomBorderWidth = 1;
+    props_.CustomGradientStyle = 1;
+    props_.PanelFont3DHighLight = 0x80000014;
+    props_.PictureBackgroundStyle = 0;
+    props_.PictureBackgroundUseMask = false;
+    props_.CaptionStyle = 0;
+    props_.Panel3DBorderStyle = 0;
+    props_.Panel3DBorderOffset = 3;
+    props_.Panel3DShadow = 0x80000010;
+    props_.Panel3DOffsetColor = 0x8000000F;
+    props_.CustomBorderColor = 0xA88562;
+    props_.CustomGradientStart = 0xE4A88A;
+    props_.CustomGradientEnds = 0xF7E5DC;
+    props_.CustomGradientDirection = 4;
+    props_.PanelFont3D = 0;
+    props_.PanelFont3DShadow = 0x80000010;
+
+    props_.CaptionText.clear();
+    props_.Panel3DBorderOption = false;
+    props_.Panel3DBorderColor = 0xA88562;
+    props_.OptionPic = false;
+    props_.OptionPicBackGround = false;
+}
+
+// Loads every key as it stands: the set rules' clamps and checks do not apply, nothing is drawn
+// and no animation starts. At run time the parent form is captured first (a parent that is not a
+// form fails with Type mismatch before any key is read).
+void VexPanel::ReadProperties(PropertyBag& bag)
+{
+    if (host_.UserMode()) {
+        HoldParent(host_.Parent());
+    }
+    for (const PanelPersistence::Key& key : PanelPersistence::Keys()) {
+        PropertyValue value = bag.ReadProperty(std::string(key.name), PanelPersistence::DefaultOf(*this, key));
+        key.load(*this, value);
+    }
+}
+
+void VexPanel::WriteProperties(PropertyBag& bag)
+{
+    for (std::string_view name : WriteOrder()) {
+        const PanelPersistence::Key& key = PanelPersistence::Find(name);
+        bag.WriteProperty(std::string(name), key.save(*this), PanelPersistence::DefaultOf(*this, key));
+    }
+}
+
+} // namespace vex::control
