@@ -187,6 +187,8 @@ public:
     void InitProperties();
     void ReadProperties(PropertyBag& bag);
     void WriteProperties(PropertyBag& bag);
+    // The value a persisted key would be written with now (key as in ReadOrder()).
+    PropertyValue PersistedValue(std::string_view key) const;
     void OnShow();
     void OnResize();
     void OnPaint();

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 
+#include "base/runtime_error.h"
 #include "render/colour.h"
 
 namespace vex::control {
@@ -147,7 +148,9 @@ const PanelPersistence::Key& PanelPersistence::Find(std::string_view name)
 {
     const auto& keys = Keys();
     auto found = std::find_if(keys.begin(), keys.end(), [&](const Key& key) { return key.name == name; });
-    return *found; // every caller names a key of the table
+    if (found == keys.end())
+        Raise(ErrorCode::InvalidProcedureCall);
+    return *found;
 }
 
 PropertyValue PanelPersistence::DefaultOf(VexPanel& panel, const Key& key)
@@ -263,6 +266,8 @@ void VexPanel::ReadProperties(PropertyBag& bag)
         key.load(*this, value);
     }
 }
+
+PropertyValue VexPanel::PersistedValue(std::string_view key) const { return PanelPersistence::Find(key).save(*this); }
 
 void VexPanel::WriteProperties(PropertyBag& bag)
 {

@@ -1,0 +1,21 @@
+#pragma once
+// A panel on the headless host, as the command line uses it: a TestHost, a headless surface and
+// the control, in the right order of construction and destruction.
+
+#include <memory>
+
+#include "control/headless_surface.h"
+#include "control/test_host.h"
+#include "control/vex_panel.h"
+
+namespace vex::cli {
+
+struct HeadlessPanel {
+    explicit HeadlessPanel(platform::Size clientSize = { 120, 40 });
+
+    control::TestHost host;
+    control::HeadlessSurface surface;
+    control::VexPanel panel;
+};
+
+} // namespace vex::cli

@@ -1,0 +1,62 @@
+// The vexpanel command: dispatches to one sub-command per file. A run-time error ends the
+// program with its host error number and description on standard error and exit status 2.
+#include <array>
+#include <iostream>
+#include <string_view>
+#include <vector>
+
+#include "base/runtime_error.h"
+#include "commands.h"
+
+namespace vex::cli {
+
+namespace {
+
+struct Command {
+    std::string_view name;
+    std::string_view synopsis;
+    int (*run)(Arguments);
+};
+
+constexpr std::array kCommands = {
+    Command { "new", "new [--name NAME]     print a freshly placed panel as .vxp", CommandNew },
+    Command { "props", "props FILE.vxp        load a saved panel and list its properties", CommandProps },
+};
+
+int Usage()
+{
+    std::cerr << "usage: vexpanel COMMAND [ARGUMENTS]\n";
+    for (const Command& command : kCommands)
+        std::cerr << "  vexpanel " << command.synopsis << "\n";
+    return 2;
+}
+
+} // namespace
+
+int UsageError(std::string_view command, std::string_view message)
+{
+    std::cerr << "vexpanel " << command << ": " << message << "\n";
+    return 2;
+}
+
+} // namespace vex::cli
+
+int main(int argc, char** argv)
+{
+    using namespace vex::cli;
+    std::vector<std::string_view> arguments(argv + 1, argv + argc);
+    if (arguments.empty())
+        return Usage();
+    for (const Command& command : kCommands) {
+        if (command.name != arguments[0])
+            continue;
+        try {
+            return command.run(Arguments(arguments).subspan(1));
+        } catch (const vex::RuntimeError& error) {
+            std::cerr << "vexpanel " << command.name << ": error " << error.number() << ": " << error.description() << "\n";
+            return 2;
+        }
+    }
+    std::cerr << "vexpanel: unknown command '" << arguments[0] << "'\n";
+    return Usage();
+}
