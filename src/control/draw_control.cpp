@@ -1,8 +1,5 @@
 // DrawControl: every paint of the panel. It prepares the paint state, then calls the painters of
-// the current appearance in their fixed order. The pipeline itself draws only the flat border
-// rings of the Custom appearance's texture style.
-#include "base/numeric.h"
-#include "control/panel_services.h"
+// the current appearance in their fixed order.
 #include "control/vex_panel.h"
 #include "render/colour.h"
 #include "render/painters.h"
@@ -55,24 +52,10 @@ void VexPanel::DrawControl(bool OptionCLS)
         // A transparent panel that is capturing shows the captured background, not the texture.
         if (paint_.CaptureBackground == 0 || props_.BackStyle == static_cast<int16_t>(TypeBackStyle::Opaque))
             render::DrawCustomTexture(context);
-        DrawCustomBorderRings();
+        render::DrawCustomFrame(context);
     }
     render::DrawCustomPicture(context);
     render::DrawCaption(context);
-}
-
-// CustomBorderWidth one-pixel rings, the outermost first, each one pixel further in. The client
-// size is narrowed to 16 bits here (a client beyond 32767 pixels is an Overflow).
-void VexPanel::DrawCustomBorderRings()
-{
-    platform::Brush brush = platform::Brush::Solid(render::TranslateColor(props_.CustomBorderColor, surface_.Dc()));
-    platform::Size client = surface_.ClientSize();
-    int16_t width = vex::ToInt16(client.width);
-    int16_t height = vex::ToInt16(client.height);
-    for (paint_.PaintLoopIndex = 1; paint_.PaintLoopIndex <= props_.CustomBorderWidth; ++paint_.PaintLoopIndex) {
-        int32_t inset = paint_.PaintLoopIndex - 1;
-        surface_.Dc().FrameRect(platform::Rect { inset, inset, width - inset, height - inset }, brush);
-    }
 }
 
 } // namespace vex::control

@@ -39,11 +39,21 @@ void HeadlessSurface::Cls()
     dc_->FillRect(platform::Rect { 0, 0, clientSize_.width, clientSize_.height }, platform::Brush::Solid(color));
 }
 
+// The repaint runs at once. A refresh asked for during that repaint (the background capture
+// ends with one) merges into the repaint under way, as an invalidation during painting would.
 void HeadlessSurface::Refresh()
 {
     ++refreshCount_;
-    if (onRefresh_)
+    if (!onRefresh_ || repainting_)
+        return;
+    repainting_ = true;
+    try {
         onRefresh_();
+    } catch (...) {
+        repainting_ = false;
+        throw;
+    }
+    repainting_ = false;
 }
 
 platform::Point HeadlessSurface::ClientToScreen(platform::Point point)

@@ -84,6 +84,7 @@ private:
     std::vector<Window> covering_; // screen coordinates
     int32_t nextHandle_;
     std::function<void()> onRefresh_;
+    bool repainting_ = false;
     int clsCount_ = 0;
     int refreshCount_ = 0;
     int regionReleases_ = 0;

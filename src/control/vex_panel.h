@@ -237,7 +237,6 @@ private:
     void OnTimer1();
     void OnTimer2();
     void StartAnimation();
-    void DrawCustomBorderRings();
     render::PaintContext Context();
 
     Host& host_;

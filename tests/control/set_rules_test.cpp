@@ -148,7 +148,7 @@ TEST_F(SetRules, AnimDelayOutOfRangeShowsTheMessageBoxAndKeepsTheOldValue)
 
 TEST_F(SetRules, AnimationSwitchWithABitmapRedrawsAndStartsTheTimer)
 {
-    panel.setPicture(Bitmap());
+    panel.setPicture(Bitmap(16, 4));
     panel.setPictureAnimDelay(40);
     host.ClearRecords();
     panel.setPictureAnimEnabled(true); // one frame is enough when switched on at run time
@@ -161,8 +161,9 @@ TEST_F(SetRules, AnimationSwitchWithABitmapRedrawsAndStartsTheTimer)
     // A new delay leaves the running timer alone until the animation is switched on again.
     panel.setPictureAnimDelay(90);
     EXPECT_EQ(panel.Timer2().Interval(), 40);
+    panel.setPictureFrames(4);
     host.Advance(80);
-    EXPECT_EQ(host.doEventsCalls, 2); // two ticks at 40 ms, each lets messages run first
+    EXPECT_EQ(panel.AnimFrame(), 2); // two ticks at 40 ms
 
     host.ClearRecords();
     panel.setPictureAnimEnabled(false);
