@@ -12,7 +12,7 @@ namespace vex::png::inflate_detail {
 
 namespace {
 
-// One fast iteration reads at most 8 input bytes (one refill) ...
+// One fast iteration refills once, reading 8 input bytes ...
 constexpr size_t kFastInputMargin = 8;
 // ... and writes at most one match of 258 bytes, plus what a chunked copy writes past it.
 constexpr size_t kCopyOvershoot = 32;
@@ -20,33 +20,45 @@ constexpr size_t kFastOutputMargin = 258 + kCopyOvershoot;
 
 [[noreturn]] void RaiseSubscript() { Raise(ErrorCode::SubscriptOutOfRange); }
 
-inline void Copy8(uint8_t* to, const uint8_t* from) { std::memcpy(to, from, 8); }
-inline void Copy16(uint8_t* to, const uint8_t* from) { std::memcpy(to, from, 16); }
+#define VEX_ALWAYS_INLINE __attribute__((always_inline))
 
-// Copies `length` bytes from `distance` bytes back (1 ≤ distance ≤ bytes written), repeating
-// the bytes of an overlapping copy. Writes up to kCopyOvershoot bytes past out + length, which
-// later output overwrites before anything reads it.
-inline uint8_t* CopyMatch(uint8_t* out, size_t distance, size_t length)
+VEX_ALWAYS_INLINE inline void Copy8(uint8_t* to, const uint8_t* from) { std::memcpy(to, from, 8); }
+VEX_ALWAYS_INLINE inline void Copy16(uint8_t* to, const uint8_t* from) { std::memcpy(to, from, 16); }
+
+// Copies `length` bytes (3..258) from `distance` bytes back (1 ≤ distance ≤ bytes written),
+// repeating the bytes of an overlapping copy. Writes up to kCopyOvershoot bytes past
+// out + length, which later output overwrites before anything reads it.
+VEX_ALWAYS_INLINE inline void CopyMatch(uint8_t* out, size_t distance, size_t length)
 {
     uint8_t* const stop = out + length;
     const uint8_t* from = out - distance;
     if (distance >= 16) {
-        do {
+        // Most matches are short: two chunks without a test, then the rest.
+        Copy16(out, from);
+        Copy16(out + 16, from + 16);
+        out += 32;
+        from += 32;
+        while (out < stop) {
             Copy16(out, from);
             out += 16;
             from += 16;
-        } while (out < stop);
+        }
     } else if (distance >= 8) {
-        do {
+        Copy8(out, from);
+        Copy8(out + 8, from + 8);
+        out += 16;
+        from += 16;
+        while (out < stop) {
             Copy8(out, from);
             out += 8;
             from += 8;
-        } while (out < stop);
+        }
     } else if (distance == 1) {
         const uint64_t word = from[0] * uint64_t{0x0101010101010101};
         do {
             std::memcpy(out, &word, 8);
-            out += 8;
+            std::memcpy(out + 8, &word, 8);
+            out += 16;
         } while (out < stop);
     } else {
         // A period shorter than a word. The output repeats with every multiple of the period
@@ -63,15 +75,21 @@ inline uint8_t* CopyMatch(uint8_t* out, size_t distance, size_t length)
             from += 8;
         } while (out < stop);
     }
-    return stop;
 }
 
 // The fast loop. Returns true with `flow` set when the block (or the stream) ended inside it,
 // false when it stopped at a margin and the careful loop must go on from the saved state.
 //
-// Invariant at the top of each symbol: at least 56 valid bits, all from the input (the margin
-// keeps 8 bytes ahead), which covers the longest symbol: 15 + 5 + 15 + 13 = 48 bits.
-bool DecodeFast(InflateStream& stream, const DecodeTable& litLenTable, const DecodeTable& distanceTable, Flow& flow)
+// Each iteration starts with at least 56 valid bits, all from the input, and the next
+// literal/length entry already looked up; it decodes up to three literals or one match
+// (at most 15 + 5 + 15 + 13 = 48 bits), then refills once and looks up the next entry (before
+// the match's copy, so that the lookup overlaps it). The margins are tested once per
+// iteration: the refill reads 8 bytes, a match writes 258 plus the copy's overshoot.
+//
+// It is written once and compiled twice, for plain x86-64 and for BMI2 (variable shifts and
+// bit-field extracts without the flags dance), chosen at run time.
+VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const DecodeTable& litLenTable,
+                                             const DecodeTable& distanceTable, Flow& flow)
 {
     const size_t inputSize = size_t(stream.end - stream.begin);
     const size_t outputSize = stream.lastIndex + 1;
@@ -99,18 +117,23 @@ bool DecodeFast(InflateStream& stream, const DecodeTable& litLenTable, const Dec
     const bool trackDistance = distanceTable.longest >= litLenTable.longest + 2;
     uint64_t lastDistanceSearch = 0;
 
-    auto position = [&] { return uint64_t(in - stream.begin) * 8 - bitsLeft; };
-    auto consume = [&](unsigned count) {
-        bitBuffer >>= count;
-        bitsLeft -= count;
-    };
+#define VEX_CONSUME(count)                                                                                            \
+    do {                                                                                                              \
+        const unsigned consumed_ = (count);                                                                           \
+        bitBuffer >>= consumed_;                                                                                      \
+        bitsLeft -= consumed_;                                                                                        \
+    } while (0)
     // Branch-free refill: load 8 bytes, keep the whole ones that fit; bitsLeft ends in 56..63.
-    auto refill = [&] {
-        bitBuffer |= LoadLittleEndian64(in) << bitsLeft;
-        in += (63 - bitsLeft) >> 3;
-        bitsLeft |= 56;
-    };
-    auto save = [&] {
+#define VEX_REFILL()                                                                                                  \
+    do {                                                                                                              \
+        bitBuffer |= LoadLittleEndian64(in) << bitsLeft;                                                              \
+        in += (63 - bitsLeft) >> 3;                                                                                   \
+        bitsLeft |= 56;                                                                                               \
+    } while (0)
+#define VEX_BITS(value, count) ((value) & ((uint64_t{1} << (count)) - 1))
+
+    auto position = [&]() VEX_ALWAYS_INLINE { return uint64_t(in - stream.begin) * 8 - bitsLeft; };
+    auto save = [&]() VEX_ALWAYS_INLINE {
         stream.next = in;
         stream.bitBuffer = bitBuffer;
         stream.bitsLeft = bitsLeft;
@@ -119,43 +142,39 @@ bool DecodeFast(InflateStream& stream, const DecodeTable& litLenTable, const Dec
             stream.loadedBits = std::max(stream.loadedBits, lastDistanceSearch);
     };
 
-    refill();
+    VEX_REFILL();
     uint32_t entry = litLen[bitBuffer & kLitLenMask];
-    for (;;) {
+    while (in <= inputLimit && out <= outputLimit) {
         if (entry & kEntryLiteral) {
-            // Up to three literals per refill: each takes at most 15 of the 56 bits, and the
-            // 11 bits left still index the next entry.
-            consume(EntryLength(entry));
+            // Up to three literals: each takes at most 15 of the 56 bits, and the 11 bits left
+            // after the third still index the next entry.
+            VEX_CONSUME(EntryTotal(entry));
             *out++ = static_cast<uint8_t>(EntryPayload(entry));
             entry = litLen[bitBuffer & kLitLenMask];
             if (entry & kEntryLiteral) {
-                consume(EntryLength(entry));
+                VEX_CONSUME(EntryTotal(entry));
                 *out++ = static_cast<uint8_t>(EntryPayload(entry));
                 entry = litLen[bitBuffer & kLitLenMask];
                 if (entry & kEntryLiteral) {
-                    consume(EntryLength(entry));
+                    VEX_CONSUME(EntryTotal(entry));
                     *out++ = static_cast<uint8_t>(EntryPayload(entry));
                     entry = litLen[bitBuffer & kLitLenMask];
                 }
             }
-            if (in > inputLimit || out > outputLimit)
-                break;
-            refill();
+            VEX_REFILL();
             continue;
         }
 
         unsigned prefixBits = 0; // bits of this symbol already taken by a subtable pointer
         if (entry & kEntryExceptional) {
             if (entry & kEntrySubtable) {
-                prefixBits = EntryLength(entry);
-                consume(prefixBits);
-                entry = litLen[EntryPayload(entry) + (bitBuffer & ((uint64_t{1} << EntryExtra(entry)) - 1))];
+                prefixBits = EntryTotal(entry);
+                VEX_CONSUME(prefixBits);
+                entry = litLen[EntryPayload(entry) + VEX_BITS(bitBuffer, EntryCodeword(entry))];
                 if (entry & kEntryLiteral) {
-                    consume(EntryLength(entry));
+                    VEX_CONSUME(EntryTotal(entry));
                     *out++ = static_cast<uint8_t>(EntryPayload(entry));
-                    if (in > inputLimit || out > outputLimit)
-                        break;
-                    refill();
+                    VEX_REFILL();
                     entry = litLen[bitBuffer & kLitLenMask];
                     continue;
                 }
@@ -163,7 +182,7 @@ bool DecodeFast(InflateStream& stream, const DecodeTable& litLenTable, const Dec
             if (entry & kEntryExceptional) {
                 if (entry & kEntryEndOfBlock) {
                     stream.loadedBits = std::max(stream.loadedBits, position() - prefixBits + litLenTable.longest);
-                    consume(EntryLength(entry));
+                    VEX_CONSUME(EntryCodeword(entry));
                     save();
                     flow = Flow::Continue;
                     return true;
@@ -174,53 +193,74 @@ bool DecodeFast(InflateStream& stream, const DecodeTable& litLenTable, const Dec
             }
         }
 
-        // A length code: base + extra bits, then the distance code and its extra bits.
-        unsigned codeBits = EntryLength(entry);
-        const uint32_t length =
-            EntryPayload(entry) + uint32_t((bitBuffer >> codeBits) & ((uint64_t{1} << EntryExtra(entry)) - 1));
-        consume(codeBits + EntryExtra(entry));
+        // A length code and its extra bits, then the distance code and its extra bits.
+        uint64_t saved = bitBuffer;
+        VEX_CONSUME(EntryTotal(entry));
+        const size_t length = EntryPayload(entry) + size_t(VEX_BITS(saved, EntryTotal(entry)) >> EntryCodeword(entry));
 
         if (trackDistance)
             lastDistanceSearch = position() + distanceTable.longest;
-        uint32_t distanceEntry = distances[bitBuffer & kDistanceMask];
-        if (distanceEntry & kEntryExceptional) {
-            if (distanceEntry & kEntrySubtable) {
-                consume(EntryLength(distanceEntry));
-                distanceEntry = distances[EntryPayload(distanceEntry) +
-                                          (bitBuffer & ((uint64_t{1} << EntryExtra(distanceEntry)) - 1))];
+        entry = distances[bitBuffer & kDistanceMask];
+        if (entry & kEntryExceptional) {
+            if (entry & kEntrySubtable) {
+                VEX_CONSUME(EntryTotal(entry));
+                entry = distances[EntryPayload(entry) + VEX_BITS(bitBuffer, EntryCodeword(entry))];
             }
-            if (distanceEntry & kEntryExceptional) {
+            if (entry & kEntryExceptional) {
                 save();
                 flow = Flow::Broken;
                 return true;
             }
         }
-        codeBits = EntryLength(distanceEntry);
-        const size_t distance = EntryPayload(distanceEntry) +
-                                size_t((bitBuffer >> codeBits) & ((uint64_t{1} << EntryExtra(distanceEntry)) - 1));
-        consume(codeBits + EntryExtra(distanceEntry));
+        saved = bitBuffer;
+        VEX_CONSUME(EntryTotal(entry));
+        const size_t distance = EntryPayload(entry) + size_t(VEX_BITS(saved, EntryTotal(entry)) >> EntryCodeword(entry));
 
-        if (length != 0) {
-            const size_t written = size_t(out - outputStart);
-            if (distance - 1 < written) {
-                out = CopyMatch(out, distance, length);
-            } else if (distance == 0) {
-                // Distance 0 copies the not yet written byte at the output position: a zero.
-                std::memset(out, 0, length);
-                out += length;
-            } else {
-                RaiseSubscript(); // reaches before the start of the output
-            }
-        }
-
-        if (in > inputLimit || out > outputLimit)
-            break;
-        refill();
+        VEX_REFILL();
         entry = litLen[bitBuffer & kLitLenMask];
+
+        const size_t written = size_t(out - outputStart);
+        if (distance - 1 < written) [[likely]] {
+            if (length != 0) [[likely]]
+                CopyMatch(out, distance, length);
+        } else if (distance == 0) {
+            // Distance 0 copies the not yet written byte at the output position: a zero.
+            std::memset(out, 0, length);
+        } else if (length != 0) {
+            RaiseSubscript(); // reaches before the start of the output
+        }
+        out += length;
     }
     save();
     return false;
+#undef VEX_CONSUME
+#undef VEX_REFILL
+#undef VEX_BITS
 }
+
+bool DecodeFastPlain(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
+{
+    return DecodeFastBody(stream, litLen, distance, flow);
+}
+
+#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
+__attribute__((target("bmi2"))) bool DecodeFastBmi2(InflateStream& stream, const DecodeTable& litLen,
+                                                    const DecodeTable& distance, Flow& flow)
+{
+    return DecodeFastBody(stream, litLen, distance, flow);
+}
+
+bool DecodeFast(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
+{
+    static const bool hasBmi2 = __builtin_cpu_supports("bmi2");
+    return hasBmi2 ? DecodeFastBmi2(stream, litLen, distance, flow) : DecodeFastPlain(stream, litLen, distance, flow);
+}
+#else
+bool DecodeFast(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
+{
+    return DecodeFastPlain(stream, litLen, distance, flow);
+}
+#endif
 
 // The careful loop: symbol by symbol with every check of the original, zero bits past the end
 // of the input, and byte-exact handling of the output's end.

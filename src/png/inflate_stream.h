@@ -104,19 +104,19 @@ struct InflateStream {
     }
 
     // Decodes one symbol's table entry with the careful reader (zero bits past the end).
-    // Consumes the codeword; returns the entry (a hole when no code matches).
+    // Consumes the codeword (not its extra bits); returns the entry (a hole when no code matches).
     uint32_t DecodeCarefully(const DecodeTable& table)
     {
         NoteSearch(table.longest);
         FillCarefully(kMaxCodeLength + 1);
         uint32_t entry = table.entries[bitBuffer & ((uint32_t{1} << table.primaryBits) - 1)];
         if ((entry & kEntrySubtable) != 0) {
-            Consume(EntryLength(entry));
-            entry = table.entries[EntryPayload(entry) + (bitBuffer & ((uint32_t{1} << EntryExtra(entry)) - 1))];
+            Consume(EntryTotal(entry));
+            entry = table.entries[EntryPayload(entry) + (bitBuffer & ((uint32_t{1} << EntryCodeword(entry)) - 1))];
         }
         if (IsHole(entry))
             return entry;
-        Consume(EntryLength(entry));
+        Consume(EntryCodeword(entry));
         return entry;
     }
 };

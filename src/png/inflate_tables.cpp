@@ -8,7 +8,7 @@ namespace vex::png::inflate_detail {
 
 namespace {
 
-constexpr uint32_t Plain(uint32_t base, uint32_t extra) { return (base << 16) | (extra << 8); }
+constexpr uint32_t Plain(uint32_t base, uint32_t extra) { return (base << 16) | extra; }
 
 constexpr std::array<uint32_t, kLitLenSymbols> MakeLitLenEntries()
 {
@@ -44,6 +44,9 @@ constexpr std::array<uint32_t, kCodeLengthSymbols> MakeCodeLengthEntries()
         entries[symbol] = symbol << 16;
     return entries;
 }
+
+// A symbol's entry with its codeword length added to both the codeword and the total fields.
+uint32_t WithCodeword(uint32_t symbolEntry, unsigned codeword) { return symbolEntry + (codeword << 8) + codeword; }
 
 uint32_t ReverseBits(uint32_t code, unsigned length)
 {
@@ -114,7 +117,7 @@ int32_t BuildDecodeTable(DecodeTable& table, const uint8_t* lengths, unsigned co
             std::memcpy(entries + size / 2, entries, size / 2 * sizeof(uint32_t));
         for (uint32_t n = 0; n < perLength[length]; ++n) {
             unsigned symbol = sorted[position++];
-            entries[ReverseBits(nextCode[length]++, length)] = symbolEntries[symbol] | length;
+            entries[ReverseBits(nextCode[length]++, length)] = WithCodeword(symbolEntries[symbol], length);
         }
     }
 
@@ -154,7 +157,7 @@ int32_t BuildDecodeTable(DecodeTable& table, const uint8_t* lengths, unsigned co
             subtablePrefix = prefix;
             haveSubtable = true;
         }
-        const uint32_t entry = symbolEntries[symbol] | (length - primaryBits);
+        const uint32_t entry = WithCodeword(symbolEntries[symbol], length - primaryBits);
         const size_t stride = size_t{1} << (length - primaryBits);
         for (size_t slot = reversed >> primaryBits; slot < (size_t{1} << subtableBits); slot += stride)
             entries[subtableStart + slot] = entry;

@@ -7,22 +7,23 @@
 //
 // Entry layout:
 //
-//   31                16 15 14 13 12 11     8 7          0
-//  +--------------------+--+--+--+--+--------+------------+
-//  |      payload       |L |X |S |E | extra  |   length   |
-//  +--------------------+--+--+--+--+--------+------------+
+//   31                16 15 14 13 12 11      8 7          0
+//  +--------------------+--+--+--+--+----------+------------+
+//  |      payload       |L |X |S |E | codeword |   total    |
+//  +--------------------+--+--+--+--+----------+------------+
 //
-//   length   bits this entry consumes: the codeword length (the part below the primary table
-//            for a subtable entry), or primaryBits for a subtable pointer
-//   extra    number of extra bits that follow the codeword (length and distance codes), or the
-//            subtable's index bits for a subtable pointer
-//   L        literal; payload = the byte
-//   X        exceptional: end of block, subtable pointer or hole
-//   S        subtable pointer (with X); payload = index of the subtable's first entry
-//   E        end of block (with X)
-//   a hole   X without S or E: no code of the (possibly incomplete) code set matches
+//   total     bits the symbol takes: its codeword plus its extra bits (length and distance
+//             codes); for a subtable pointer, the primary bits. One shift consumes them all.
+//   codeword  the codeword's length (the part below the primary table for a subtable entry);
+//             for a subtable pointer, the subtable's index bits. The extra bits' value is
+//             (bits & mask(total)) >> codeword.
+//   L         literal; payload = the byte
+//   X         exceptional: end of block, subtable pointer or hole
+//   S         subtable pointer (with X); payload = index of the subtable's first entry
+//   E         end of block (with X)
+//   a hole    X without S or E: no code of the (possibly incomplete) code set matches
 //   neither L nor X: a length or distance code; payload = base value. Length symbols 286-287
-//            and distance symbols 30-31 are plain entries with base 0 and no extra bits.
+//             and distance symbols 30-31 are plain entries with base 0 and no extra bits.
 //   code-length codes: payload = the symbol 0..18
 
 #include <array>
@@ -37,8 +38,9 @@ inline constexpr uint32_t kEntrySubtable = 0x2000;
 inline constexpr uint32_t kEntryEndOfBlock = 0x1000;
 inline constexpr uint32_t kEntryHole = kEntryExceptional;
 
-inline constexpr unsigned EntryLength(uint32_t entry) { return entry & 0xff; }
-inline constexpr unsigned EntryExtra(uint32_t entry) { return (entry >> 8) & 0xf; }
+inline constexpr unsigned EntryTotal(uint32_t entry) { return entry & 0xff; }
+inline constexpr unsigned EntryCodeword(uint32_t entry) { return (entry >> 8) & 0xf; }
+inline constexpr unsigned EntryExtra(uint32_t entry) { return EntryTotal(entry) - EntryCodeword(entry); }
 inline constexpr uint32_t EntryPayload(uint32_t entry) { return entry >> 16; }
 
 inline constexpr unsigned kLitLenPrimaryBits = 11;
@@ -68,7 +70,7 @@ struct DecodeTable {
     unsigned longest = 0;
 };
 
-// What each symbol decodes to, before the codeword length is added.
+// What each symbol decodes to, before the codeword length is added (low byte: extra bits).
 extern const std::array<uint32_t, kLitLenSymbols> kLitLenSymbolEntries;
 extern const std::array<uint32_t, kDistanceSymbols> kDistanceSymbolEntries;
 extern const std::array<uint32_t, kCodeLengthSymbols> kCodeLengthSymbolEntries;
