@@ -29,3 +29,13 @@ function(vex_add_test)
     PROPERTIES LABELS "${T_LABELS}" TIMEOUT ${T_TIMEOUT} ${T_PROPERTIES}
     DISCOVERY_TIMEOUT 60)
 endfunction()
+
+# vex_add_fuzzer(NAME fuzz-<target> SOURCES file... [INCLUDES dir...] [LIBRARIES lib...])
+# One libFuzzer executable (fuzz preset: clang, the whole build instrumented with ASan + UBSan).
+function(vex_add_fuzzer)
+  cmake_parse_arguments(F "" "NAME" "SOURCES;INCLUDES;LIBRARIES" ${ARGN})
+  add_executable(${F_NAME} ${F_SOURCES})
+  target_include_directories(${F_NAME} PRIVATE ${F_INCLUDES})
+  target_link_libraries(${F_NAME} PRIVATE vexpanel ${F_LIBRARIES})
+  target_link_options(${F_NAME} PRIVATE -fsanitize=fuzzer)
+endfunction()
