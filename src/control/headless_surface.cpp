@@ -2,6 +2,7 @@
 
 #include <atomic>
 
+#include "platform/soft/soft_device_context.h"
 #include "render/colour.h"
 
 namespace vex::control {
@@ -30,6 +31,20 @@ HeadlessSurface::HeadlessSurface(std::unique_ptr<platform::DeviceContext> dc, pl
     hwnd_ = block;
     hdc_ = block + 1;
     nextHandle_ = block + 2;
+}
+
+HeadlessSurface::HeadlessSurface(platform::Size clientSize)
+    : HeadlessSurface(platform::soft::CreateSurface(clientSize.width, clientSize.height), clientSize)
+{
+    auto* soft = static_cast<platform::soft::SoftDeviceContext*>(dc_.get());
+    resize_ = [soft](platform::Size size) { soft->Resize(size.width, size.height); };
+}
+
+void HeadlessSurface::SetClientSize(platform::Size size)
+{
+    clientSize_ = size;
+    if (resize_)
+        resize_(size);
 }
 
 void HeadlessSurface::Cls()

@@ -17,6 +17,10 @@ public:
     // The window handle the simulated screen reports where no window of the control is.
     static constexpr int32_t kDesktopWindow = 1;
 
+    // A surface painted by the software drawing layer (black until painted).
+    explicit HeadlessSurface(platform::Size clientSize);
+    // A surface over any device context (a test's recording one, say); SetClientSize then
+    // changes only the reported size.
     HeadlessSurface(std::unique_ptr<platform::DeviceContext> dc, platform::Size clientSize);
 
     platform::DeviceContext& Dc() override { return *dc_; }
@@ -50,7 +54,7 @@ public:
     // ---- The simulation -----------------------------------------------------------------------
     // What the host does on a refresh: normally it sends Paint to the panel.
     void OnRefresh(std::function<void()> paint) { onRefresh_ = std::move(paint); }
-    void SetClientSize(platform::Size size) { clientSize_ = size; }
+    void SetClientSize(platform::Size size);
     void SetScreenOrigin(platform::Point origin) { origin_ = origin; }
     void SetCursorPos(platform::Point screen) { cursor_ = screen; }
     // A child window over the control, in client coordinates; returns its handle.
@@ -69,6 +73,7 @@ private:
     };
 
     std::unique_ptr<platform::DeviceContext> dc_;
+    std::function<void(platform::Size)> resize_; // resizes a software surface with the client
     platform::Size clientSize_;
     int32_t hwnd_;
     int32_t hdc_;

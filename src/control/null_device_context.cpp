@@ -1,6 +1,6 @@
 #include "control/null_device_context.h"
 
-#include <array>
+#include "platform/system_colors.h"
 
 namespace vex::control {
 
@@ -13,17 +13,6 @@ public:
 
 private:
     platform::Size size_;
-};
-
-// The classic Windows colour scheme, by GetSysColor index (0x00BBGGRR).
-constexpr std::array<ColorRef, 31> kClassicScheme = {
-    Rgb(212, 208, 200), Rgb(58, 110, 165), Rgb(10, 36, 106), Rgb(128, 128, 128), Rgb(212, 208, 200),
-    Rgb(255, 255, 255), Rgb(0, 0, 0), Rgb(0, 0, 0), Rgb(0, 0, 0), Rgb(255, 255, 255),
-    Rgb(212, 208, 200), Rgb(212, 208, 200), Rgb(128, 128, 128), Rgb(10, 36, 106), Rgb(255, 255, 255),
-    Rgb(212, 208, 200), Rgb(128, 128, 128), Rgb(128, 128, 128), Rgb(0, 0, 0), Rgb(212, 208, 200),
-    Rgb(255, 255, 255), Rgb(64, 64, 64), Rgb(212, 208, 200), Rgb(0, 0, 0), Rgb(255, 255, 225),
-    Rgb(181, 181, 181), Rgb(0, 0, 128), Rgb(166, 202, 240), Rgb(192, 192, 192), Rgb(10, 36, 106),
-    Rgb(212, 208, 200),
 };
 
 } // namespace
@@ -57,7 +46,7 @@ platform::Size NullDeviceContext::Extent() const { return selected_ ? selected_-
 
 ColorRef NullDeviceContext::GetSysColor(int index) const
 {
-    return index >= 0 && index < static_cast<int>(kClassicScheme.size()) ? kClassicScheme[index] : 0;
+    return platform::ClassicSystemColor(index);
 }
 
 platform::Dib NullDeviceContext::Snapshot() const

@@ -1,7 +1,7 @@
 #pragma once
 // A device context that draws nothing: the headless host's stand-in where no pixels are wanted
 // (the vexpanel command's new/props, tests about what is called rather than what is drawn).
-// It has a size, a system colour table (the classic Windows scheme) and counts nothing.
+// It has a size and the drawing layer's classic system colours.
 // Tests derive from it to record the calls they care about.
 
 #include <utility>

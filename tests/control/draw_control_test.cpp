@@ -119,3 +119,70 @@ TEST_F(PanelTest, TransparentCapturingCustomTextureStillFramesTheBorder)
 
 } // namespace
 } // namespace vex::control::testing
+
+namespace vex::control::testing {
+namespace {
+
+ColorRef TranslateToRgb(HeadlessSurface& surface) { return render::TranslateColor(surface.BackColor(), surface.Dc()); }
+
+// The same pipeline on the software drawing layer: what ends up in the pixels.
+TEST(DrawControlPixels, ClearingAndCustomRingsOnTheSoftSurface)
+{
+    TestHost host;
+    HeadlessSurface surface(platform::Size { 40, 20 });
+    VexPanel panel(host, surface);
+    MemoryPropertyBag bag;
+    bag.Set("Appearance", int16_t(3)); // nothing but the clearing
+    bag.Set("BackColor", int32_t(0x00204060));
+    panel.ReadProperties(bag);
+    panel.DrawControl(true);
+    platform::Dib pixels = surface.Dc().Snapshot();
+    EXPECT_EQ(pixels.pixel(0, 0), 0x204060u);
+    EXPECT_EQ(pixels.pixel(39, 19), 0x204060u);
+
+    bag.Set("Appearance", int16_t(2));
+    bag.Set("CustomGradientStyle", int16_t(0));
+    bag.Set("CustomBorderWidth", int16_t(2));
+    bag.Set("CustomBorderColor", int32_t(0x000000FF));
+    panel.ReadProperties(bag);
+    surface.SetClientSize({ 30, 10 });
+    panel.OnResize();
+    pixels = surface.Dc().Snapshot();
+    ASSERT_EQ(pixels.width(), 30);
+    EXPECT_EQ(pixels.pixel(0, 0), 0xFFu);
+    EXPECT_EQ(pixels.pixel(1, 1), 0xFFu);
+    EXPECT_EQ(pixels.pixel(29, 9), 0xFFu);
+    EXPECT_EQ(pixels.pixel(28, 5), 0xFFu);
+    EXPECT_EQ(pixels.pixel(2, 2), 0x204060u); // inside the rings: the cleared back colour
+}
+
+TEST(DrawControlPixels, ATransparentPanelShowsTheFormBehindItAfterTheFirstActivation)
+{
+    TestHost host;
+    platform::Dib form(50, 40, 32);
+    for (int32_t y = 0; y < 40; ++y)
+        for (int32_t x = 0; x < 50; ++x) {
+            uint8_t* pixel = form.row(y) + x * 4;
+            pixel[0] = static_cast<uint8_t>(x); // blue
+            pixel[1] = static_cast<uint8_t>(y); // green
+        }
+    host.backdrop = platform::Picture::FromBitmap(form);
+    host.controlOffset = { 10, 5 };
+    HeadlessSurface surface(platform::Size { 20, 10 });
+    VexPanel panel(host, surface);
+    surface.OnRefresh([&] { panel.OnPaint(); });
+    MemoryPropertyBag bag;
+    bag.Set("Appearance", int16_t(3)); // only the capture draws
+    bag.Set("BackStyle", int16_t(0));
+    panel.ReadProperties(bag);
+    panel.OnResize();
+    EXPECT_EQ(surface.Dc().Snapshot().pixel(0, 0), TranslateToRgb(surface));
+    host.form.Activate();
+    platform::Dib pixels = surface.Dc().Snapshot();
+    EXPECT_EQ(pixels.pixel(0, 0), Rgb(0, 5, 10));
+    EXPECT_EQ(pixels.pixel(19, 9), Rgb(0, 14, 29));
+    EXPECT_TRUE(host.extenderVisible); // shown again after the capture
+}
+
+} // namespace
+} // namespace vex::control::testing
