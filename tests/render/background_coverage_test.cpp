@@ -1,0 +1,72 @@
+// Whenever the pipeline may skip clearing the surface, the background painter must paint every
+// pixel: checked over sizes, appearances, directions, styles and capture states.
+
+#include <gtest/gtest.h>
+
+#include "base/runtime_error.h"
+#include "paint_fixture.h"
+#include "render/background_coverage.h"
+
+namespace vex::render {
+namespace {
+
+constexpr ColorRef kMarker = 0x00FF00FF;
+
+TEST(BackgroundCoverage, ASkippedClearIsAlwaysPaintedOver)
+{
+    int covered = 0;
+    int notCovered = 0;
+    for (auto [width, height] : { std::pair { 1, 1 }, std::pair { 2, 3 }, std::pair { 61, 37 }, std::pair { 60, 36 },
+             std::pair { 7, 40 }, std::pair { 40, 7 }, std::pair { 1, 9 }, std::pair { 9, 1 } }) {
+        testing::Panel panel(width, height);
+        for (int16_t appearance : { 0, 1, 2, 3 }) {
+            for (int16_t direction = -1; direction <= 8; ++direction) {
+                for (int16_t style : { 0, 1, 2 }) {
+                    for (uint8_t capture : { 0, 1 }) {
+                        for (int16_t backStyle : { 0, 1 }) {
+                            panel.props.Appearance = appearance;
+                            panel.props.WinGradientDirection = direction;
+                            panel.props.CustomGradientDirection = direction;
+                            panel.props.CustomGradientStyle = style;
+                            panel.props.CustomGradientStart = Rgb(255, 0, 254); // nearly the marker
+                            panel.props.BackStyle = backStyle;
+                            panel.state.CaptureBackground = capture;
+                            if (!BackgroundCoversClient(panel.props, panel.state, width, height)) {
+                                ++notCovered;
+                                continue;
+                            }
+                            ++covered;
+                            panel.Fill(kMarker);
+                            PaintContext context = panel.Context();
+                            ASSERT_NO_THROW(appearance == 0 ? DrawWindowsAppearance(context) : DrawCustomGradient(context));
+                            for (int y = 0; y < height; ++y)
+                                for (int x = 0; x < width; ++x)
+                                    ASSERT_NE(panel.Pixel(x, y), kMarker)
+                                        << width << "x" << height << " appearance " << appearance << " direction "
+                                        << direction << " at " << x << "," << y;
+                        }
+                    }
+                }
+            }
+        }
+    }
+    EXPECT_GT(covered, 100);
+    EXPECT_GT(notCovered, covered);
+}
+
+TEST(BackgroundCoverage, OddSquaresLeaveAColumnUncovered)
+{
+    PanelProperties props;
+    props.Appearance = 2;
+    props.CustomGradientDirection = 6;
+    PaintState state;
+    state.ClientWidth = 61; // centre 30, radius 30: column 60 is outside every square
+    state.ClientHeight = 20;
+    EXPECT_FALSE(BackgroundCoversClient(props, state, 61, 20));
+    state.ClientWidth = 60;
+    EXPECT_TRUE(BackgroundCoversClient(props, state, 60, 20));
+    EXPECT_FALSE(BackgroundCoversClient(props, state, 59.4, 20)); // a scale size off the client
+}
+
+} // namespace
+} // namespace vex::render
