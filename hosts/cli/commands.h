@@ -15,6 +15,8 @@ using Arguments = std::span<const std::string_view>;
 
 int CommandNew(Arguments arguments);
 int CommandProps(Arguments arguments);
+int CommandRender(Arguments arguments);
+int CommandGallery(Arguments arguments);
 
 // Reports wrong usage of a sub-command on standard error; returns the exit status for it.
 int UsageError(std::string_view command, std::string_view message);

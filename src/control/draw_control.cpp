@@ -1,6 +1,7 @@
 // DrawControl: every paint of the panel. It prepares the paint state, then calls the painters of
 // the current appearance in their fixed order.
 #include "control/vex_panel.h"
+#include "render/background_coverage.h"
 #include "render/colour.h"
 #include "render/painters.h"
 
@@ -9,7 +10,9 @@ namespace vex::control {
 void VexPanel::DrawControl(bool OptionCLS)
 {
     host_.DrawControlCalled(OptionCLS);
-    if (OptionCLS)
+    // The clear is left out when the appearance's background is about to paint every pixel
+    // anyway: the result is the same, and a clear costs as much as the background itself.
+    if (OptionCLS && !BackgroundCoversClient())
         surface_.Cls();
 
     paint_.SysColors = render::PrepareSysColors(surface_.Dc());
@@ -56,6 +59,15 @@ void VexPanel::DrawControl(bool OptionCLS)
     }
     render::DrawCustomPicture(context);
     render::DrawCaption(context);
+}
+
+bool VexPanel::BackgroundCoversClient()
+{
+    render::PaintState state = paint_;
+    const platform::Size client = surface_.ClientSize();
+    state.ClientWidth = client.width;
+    state.ClientHeight = client.height;
+    return render::BackgroundCoversClient(props_, state, surface_.ScaleWidth(), surface_.ScaleHeight());
 }
 
 } // namespace vex::control

@@ -31,6 +31,24 @@ HeadlessSurface::HeadlessSurface(std::unique_ptr<platform::DeviceContext> dc, pl
     hwnd_ = block;
     hdc_ = block + 1;
     nextHandle_ = block + 2;
+    // A panel's surface: transparent fill style (a hollow brush, which the square gradients rely
+    // on), text drawn transparently over the layers below, in the surface's font and colour.
+    dc_->SelectBrush(platform::Brush::Hollow());
+    dc_->SetBkMode(platform::kBkTransparent);
+    dc_->SelectFont(font_);
+    dc_->SetTextColor(render::TranslateColor(foreColor_, *dc_));
+}
+
+void HeadlessSurface::SetForeColor(OleColor color)
+{
+    foreColor_ = color;
+    dc_->SetTextColor(render::TranslateColor(color, *dc_));
+}
+
+void HeadlessSurface::SetFont(const platform::FontDesc& font)
+{
+    font_ = font;
+    dc_->SelectFont(font);
 }
 
 HeadlessSurface::HeadlessSurface(platform::Size clientSize)

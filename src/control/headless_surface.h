@@ -33,9 +33,9 @@ public:
     OleColor BackColor() override { return backColor_; }
     void SetBackColor(OleColor color) override { backColor_ = color; }
     OleColor ForeColor() override { return foreColor_; }
-    void SetForeColor(OleColor color) override { foreColor_ = color; }
+    void SetForeColor(OleColor color) override; // also the context's text colour
     platform::FontDesc Font() override { return font_; }
-    void SetFont(const platform::FontDesc& font) override { font_ = font; }
+    void SetFont(const platform::FontDesc& font) override; // also selected into the context
     int16_t MousePointer() override { return mousePointer_; }
     void SetMousePointer(int16_t pointer) override { mousePointer_ = pointer; }
     platform::PictureRef MouseIcon() override { return mouseIcon_; }

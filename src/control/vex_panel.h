@@ -238,6 +238,7 @@ private:
     void OnTimer2();
     void StartAnimation();
     render::PaintContext Context();
+    bool BackgroundCoversClient();
 
     Host& host_;
     ControlSurface& surface_;

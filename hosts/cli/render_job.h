@@ -1,0 +1,32 @@
+#pragma once
+// Rendering a saved panel headless, as a running program shows it: loaded in run mode, resized,
+// shown, its parent form activated (so a transparent panel captures what lies behind it and an
+// animation starts), then optionally a number of animation ticks. Used by `render` and `gallery`.
+
+#include <string>
+#include <vector>
+
+#include "commands.h"
+#include "platform/dib.h"
+#include "platform/geometry.h"
+
+namespace vex::cli {
+
+struct RenderJob {
+    std::string file;                      // the .vxp
+    std::string output;                    // -o
+    platform::Size size { 240, 80 };       // --size WxH
+    std::vector<std::string> settings;     // --set Key=Value, the value as a .vxp line writes it
+    std::string backdrop;                  // --backdrop IMAGE: the form behind the panel
+    int frames = 0;                        // --frames N
+};
+
+// Reads the options after the file name; an empty string when they are good, else what is wrong.
+// Relative paths in the options are taken from `directory` (empty: as given).
+std::string ParseRenderJob(Arguments arguments, RenderJob& job, const std::string& directory = {});
+
+// The panel as painted, then one image per animation tick. Raises the host's run-time errors
+// (a bad file, a bad setting); a backdrop that cannot be read is an error too.
+std::vector<platform::Dib> RunRenderJob(const RenderJob& job);
+
+} // namespace vex::cli
