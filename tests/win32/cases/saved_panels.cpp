@@ -7,7 +7,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "control/headless_surface.h"
+#include "control/control_surface.h"
+#include "render/colour.h"
 #include "control/test_host.h"
 #include "control/vex_panel.h"
 #include "control/vxp_format.h"
@@ -57,6 +58,51 @@ std::vector<Example> Examples()
     return examples;
 }
 
+// The control's window as the battery gives it: a memory context of the case's backend.
+// (The headless host's surface is built on the software layer, which the Windows side lacks.)
+class BatterySurface final : public control::ControlSurface {
+public:
+    BatterySurface(std::unique_ptr<DeviceContext> dc, platform::Size size)
+        : dc_(std::move(dc))
+        , size_(size)
+    {
+    }
+    DeviceContext& Dc() override { return *dc_; }
+    int32_t hDC() override { return 0x101; }
+    int32_t hWnd() override { return 0x100; }
+    platform::Size ClientSize() override { return size_; }
+    double ScaleWidth() override { return size_.width; }
+    double ScaleHeight() override { return size_.height; }
+    OleColor BackColor() override { return backColor_; }
+    void SetBackColor(OleColor color) override { backColor_ = color; }
+    OleColor ForeColor() override { return foreColor_; }
+    void SetForeColor(OleColor color) override { foreColor_ = color; }
+    platform::FontDesc Font() override { return font_; }
+    void SetFont(const platform::FontDesc& font) override { font_ = font; }
+    int16_t MousePointer() override { return 0; }
+    void SetMousePointer(int16_t) override { }
+    platform::PictureRef MouseIcon() override { return nullptr; }
+    void SetMouseIcon(platform::PictureRef) override { }
+    void Cls() override
+    {
+        dc_->FillRect({ 0, 0, size_.width, size_.height }, Brush::Solid(render::TranslateColor(backColor_, *dc_)));
+    }
+    void Refresh() override { }
+    void SetWindowEnabled(bool) override { }
+    void ReleaseWindowRegions() override { }
+    bool WindowEnabled() override { return true; }
+    platform::Point ClientToScreen(platform::Point point) override { return point; }
+    platform::Point CursorPos() override { return { -1000, -1000 }; }
+    int32_t WindowFromPoint(platform::Point) override { return 0; }
+
+private:
+    std::unique_ptr<DeviceContext> dc_;
+    platform::Size size_;
+    OleColor backColor_ = 0x8000000F;
+    OleColor foreColor_ = 0x80000012;
+    platform::FontDesc font_;
+};
+
 void PaintSaved(DeviceContext& dc, const std::string& text, int32_t width, int32_t height)
 {
     // The control paints into a memory context of its own surface, copied to the case's surface.
@@ -68,7 +114,7 @@ void PaintSaved(DeviceContext& dc, const std::string& text, int32_t width, int32
     drawn.SetBkMode(platform::kBkTransparent);
     drawn.SelectBrush(Brush::Hollow());
     control::TestHost host;
-    control::HeadlessSurface surface(std::move(memory), { width, height });
+    BatterySurface surface(std::move(memory), { width, height });
     control::VexPanel panel(host, surface);
     control::MemoryPropertyBag bag = control::ParseVxp(text);
     panel.ReadProperties(bag);
