@@ -13,7 +13,6 @@
 #include "battery.h"
 #include "battery_file.h"
 #include "images.h"
-#include "platform/soft/draw_text.h"
 #include "platform/soft/soft_device_context.h"
 
 namespace vex::drawtest {
@@ -62,8 +61,6 @@ TEST_P(SoftMatchesGdi, PixelsAndFacts)
 {
     const DrawingCase* drawingCase = FindCase(GetParam());
     ASSERT_NE(drawingCase, nullptr);
-    if (!platform::soft::kSoftTextReady && drawingCase->name.rfind("text_", 0) == 0)
-        GTEST_SKIP() << "platform/soft draws no text yet";
     std::string error;
     const auto& gdiResults = GdiResults(error);
     ASSERT_TRUE(error.empty()) << error;
