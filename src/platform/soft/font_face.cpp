@@ -279,6 +279,17 @@ std::shared_ptr<FontFace> FontFace::For(const FontDesc& font)
         if (!chosen)
             chosen = &*std::min_element(strikes.begin(), strikes.end(),
                 [](const BitmapStrike& a, const BitmapStrike& b) { return a.pixelHeight < b.pixelHeight; });
+        // Bitmap faces grow by whole multiples: to the cell height the size asks for, rounded
+        // up, unless that overshoots by more than a quarter of the strike (the first doubling
+        // waits one pixel longer).
+        int32_t wanted = chosen->pixelHeight + (em - (chosen->pixelHeight - chosen->internalLeading));
+        int32_t scale = std::max(1, (wanted + chosen->pixelHeight - 1) / chosen->pixelHeight);
+        int32_t overshoot = scale * chosen->pixelHeight - wanted;
+        if (scale > 2 && overshoot > chosen->pixelHeight / 4)
+            --scale;
+        else if (scale == 2 && overshoot > chosen->pixelHeight / 4 - 1)
+            --scale;
+        made->scale_ = scale;
         made->Load(chosen->file, chosen->index, em, font.bold, font.italic);
     } else if (const Candidate* outline = BestOutline(faces, font.bold, font.italic)) {
         bool isBold = outline->weight >= FC_WEIGHT_DEMIBOLD;
@@ -315,12 +326,12 @@ void FontFace::Load(const std::string& file, int index, int32_t emHeight, bool b
             FT_Select_Size(face, 0);
         if (face->num_charmaps > 0)
             FT_Set_Charmap(face, face->charmaps[0]);
-        m.height = header.pixel_height;
-        m.ascent = header.ascent;
-        m.descent = header.pixel_height - header.ascent;
-        m.internalLeading = header.internal_leading;
-        m.externalLeading = header.external_leading;
-        m.averageWidth = header.avg_width + (fakeBold_ ? 1 : 0);
+        m.height = header.pixel_height * scale_;
+        m.ascent = header.ascent * scale_;
+        m.descent = (header.pixel_height - header.ascent) * scale_;
+        m.internalLeading = header.internal_leading * scale_;
+        m.externalLeading = header.external_leading * scale_;
+        m.averageWidth = header.avg_width * scale_ + (fakeBold_ ? 1 : 0);
         // No outline metrics: the bars are ascent / 20 + 1 thick, the underline at the baseline
         // and the strikeout half the ascent above it (each centred on its position).
         int32_t thickness = m.ascent / 20 + 1;
@@ -423,6 +434,14 @@ Glyph FontFace::Render(unsigned char byte)
                 level = static_cast<uint8_t>(row[x] * 17 / 256); // 17 grey levels, truncated
             glyph.coverage[static_cast<size_t>(y) * static_cast<size_t>(glyph.width) + static_cast<size_t>(x)] = level;
         }
+    }
+    if (bitmapFace_ && scale_ > 1) {
+        // An enlarged bitmap face moves the pen and places the glyph by the enlarged metrics
+        // but draws the strike's own, unenlarged bitmap (as the GDI under test does).
+        glyph.advance *= scale_;
+        glyph.penAdvance *= scale_;
+        glyph.left *= scale_;
+        glyph.top *= scale_;
     }
     if (bitmapFace_ && fakeBold_) {
         // A bitmap face made bold: each row ORed with itself one pixel to the right, one pixel

@@ -10,7 +10,9 @@
 //
 // Sizes: the cell height is -round(points * 96 / 72) (a character height). A bitmap face takes
 // the largest strike whose character height (pixel height - internal leading) fits it, or its
-// smallest strike; an outline face is scaled to that many pixels per em.
+// smallest strike, its metrics and advances enlarged by a whole factor when the size is about
+// twice the strike or more (the glyph bitmaps themselves are drawn at the strike size);
+// an outline face is scaled to that many pixels per em.
 //
 // Outline faces measure with their hinted outlines but draw an embedded bitmap strike of the
 // size when the face has one (moving the pen by the bitmap's advances, which may be narrower):
@@ -82,6 +84,7 @@ private:
     bool fakeBold_ = false;
     bool fakeItalic_ = false;
     bool fakeItalicRequested_ = false;
+    int32_t scale_ = 1; // whole-number enlargement of a bitmap face
     TextMetrics metrics_;
     std::array<std::unique_ptr<Glyph>, 256> glyphs_ {};
 };
