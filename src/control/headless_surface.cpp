@@ -2,7 +2,9 @@
 
 #include <atomic>
 
+#ifndef _WIN32
 #include "platform/soft/soft_device_context.h"
+#endif
 #include "render/colour.h"
 
 namespace vex::control {
@@ -51,12 +53,14 @@ void HeadlessSurface::SetFont(const platform::FontDesc& font)
     dc_->SelectFont(font);
 }
 
+#ifndef _WIN32
 HeadlessSurface::HeadlessSurface(platform::Size clientSize)
     : HeadlessSurface(platform::soft::CreateSurface(clientSize.width, clientSize.height), clientSize)
 {
     auto* soft = static_cast<platform::soft::SoftDeviceContext*>(dc_.get());
     resize_ = [soft](platform::Size size) { soft->Resize(size.width, size.height); };
 }
+#endif
 
 void HeadlessSurface::SetClientSize(platform::Size size)
 {

@@ -18,7 +18,10 @@ public:
     static constexpr int32_t kDesktopWindow = 1;
 
     // A surface painted by the software drawing layer (black until painted).
+#ifndef _WIN32
+    // A surface of the software drawing layer (not part of the Windows build).
     explicit HeadlessSurface(platform::Size clientSize);
+#endif
     // A surface over any device context (a test's recording one, say); SetClientSize then
     // changes only the reported size.
     HeadlessSurface(std::unique_ptr<platform::DeviceContext> dc, platform::Size clientSize);
