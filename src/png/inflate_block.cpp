@@ -33,15 +33,16 @@ VEX_ALWAYS_INLINE inline void CopyMatch(uint8_t* out, size_t distance, size_t le
     uint8_t* const stop = out + length;
     const uint8_t* from = out - distance;
     if (distance >= 16) {
-        // Most matches are short: two chunks without a test, then the rest.
+        // Most matches are short: two chunks without a test, then two at a time.
         Copy16(out, from);
         Copy16(out + 16, from + 16);
         out += 32;
         from += 32;
         while (out < stop) {
             Copy16(out, from);
-            out += 16;
-            from += 16;
+            Copy16(out + 16, from + 16);
+            out += 32;
+            from += 32;
         }
     } else if (distance >= 8) {
         Copy8(out, from);
@@ -53,12 +54,24 @@ VEX_ALWAYS_INLINE inline void CopyMatch(uint8_t* out, size_t distance, size_t le
             out += 8;
             from += 8;
         }
-    } else if (distance == 1) {
-        const uint64_t word = from[0] * uint64_t{0x0101010101010101};
+    } else if (distance == 1 || distance == 2 || distance == 4) {
+        // A period that divides the word: the same word over and over, no loads at all.
+        uint64_t word;
+        if (distance == 1) {
+            word = from[0] * uint64_t{0x0101010101010101};
+        } else if (distance == 2) {
+            uint16_t pair;
+            std::memcpy(&pair, from, 2);
+            word = pair * uint64_t{0x0001000100010001};
+        } else {
+            uint32_t quad;
+            std::memcpy(&quad, from, 4);
+            word = quad * uint64_t{0x0000000100000001};
+        }
+        uint64_t block[4] = {word, word, word, word};
         do {
-            std::memcpy(out, &word, 8);
-            std::memcpy(out + 8, &word, 8);
-            out += 16;
+            std::memcpy(out, block, 32);
+            out += 32;
         } while (out < stop);
     } else {
         // A period shorter than a word. The output repeats with every multiple of the period
@@ -253,7 +266,7 @@ __attribute__((target("bmi2"))) bool DecodeFastBmi2(InflateStream& stream, const
 bool DecodeFast(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
 {
     static const bool hasBmi2 = __builtin_cpu_supports("bmi2");
-    return hasBmi2 ? DecodeFastBmi2(stream, litLen, distance, flow) : DecodeFastPlain(stream, litLen, distance, flow);
+    return hasBmi2 && !forcePlainFastLoop ? DecodeFastBmi2(stream, litLen, distance, flow) : DecodeFastPlain(stream, litLen, distance, flow);
 }
 #else
 bool DecodeFast(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
@@ -325,6 +338,8 @@ Flow DecodeCareful(InflateStream& stream, const DecodeTable& litLen, const Decod
 }
 
 } // namespace
+
+bool forcePlainFastLoop = false;
 
 Flow DecodeHuffmanBlock(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance)
 {

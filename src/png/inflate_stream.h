@@ -121,6 +121,9 @@ struct InflateStream {
     }
 };
 
+// Tests set this to run the plain x86-64 fast loop on a machine that has the BMI2 one.
+extern bool forcePlainFastLoop;
+
 // The Huffman block decoder: decodes symbols until the end-of-block code.
 // Throws RuntimeError 9 where the original wrote or read outside its output array.
 Flow DecodeHuffmanBlock(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance);
