@@ -1,0 +1,203 @@
+// bench-png: whole-file decode to 8-bit RGB or RGBA, in one run on the same generated files:
+// our LoadPNG (from memory, to its device-independent bitmap) against libpng, libspng and
+// stb_image. Throughput is output megabytes per second, counted the same for every decoder as
+// width x height x channels (RGB, or RGBA for images with alpha); each figure is the best of
+// several runs. Our palette images come out as 8-bit palette bitmaps (that is what the
+// decoder builds); the others expand them to RGB.
+
+#define STB_IMAGE_IMPLEMENTATION
+#define STBI_ONLY_PNG
+#include <stb_image.h>
+
+#include <png.h>
+#include <spng.h>
+
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "base/runtime_error.h"
+#include "corpus.h"
+#include "png/load_png.h"
+
+namespace {
+
+using vex::bench::CorpusFile;
+using vex::bench::ImageKind;
+using Clock = std::chrono::steady_clock;
+
+// Each decoder returns a checksum of a few output bytes so that no work is optimised away.
+uint64_t DecodeOurs(const CorpusFile& file)
+{
+    vex::png::LoadPNG decoder;
+    auto box = std::make_shared<vex::png::PictureBox>();
+    decoder.setPicBox(box);
+    decoder.OpenPNGFromMemory(file.png);
+    if (!box->Picture)
+        return 0;
+    const auto& bits = box->Picture->bitmap().bits();
+    return bits.size() + bits[bits.size() / 2];
+}
+
+uint64_t DecodeLibpng(const CorpusFile& file)
+{
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    if (!png_image_begin_read_from_memory(&image, file.png.data(), file.png.size()))
+        return 0;
+    image.format = file.channels == 4 ? PNG_FORMAT_RGBA : PNG_FORMAT_RGB;
+    std::vector<uint8_t> out(PNG_IMAGE_SIZE(image));
+    if (!png_image_finish_read(&image, nullptr, out.data(), 0, nullptr))
+        return 0;
+    return out.size() + out[out.size() / 2];
+}
+
+uint64_t DecodeSpng(const CorpusFile& file)
+{
+    spng_ctx* context = spng_ctx_new(0);
+    spng_set_png_buffer(context, file.png.data(), file.png.size());
+    int format = file.channels == 4 ? SPNG_FMT_RGBA8 : SPNG_FMT_RGB8;
+    size_t size = 0;
+    uint64_t sum = 0;
+    if (spng_decoded_image_size(context, format, &size) == 0) {
+        std::vector<uint8_t> out(size);
+        if (spng_decode_image(context, out.data(), size, format, 0) == 0)
+            sum = out.size() + out[out.size() / 2];
+    }
+    spng_ctx_free(context);
+    return sum;
+}
+
+uint64_t DecodeStb(const CorpusFile& file)
+{
+    int width = 0, height = 0, channels = 0;
+    stbi_uc* out = stbi_load_from_memory(file.png.data(), static_cast<int>(file.png.size()), &width, &height,
+                                         &channels, file.channels);
+    if (out == nullptr)
+        return 0;
+    size_t size = static_cast<size_t>(width) * height * file.channels;
+    uint64_t sum = size + out[size / 2];
+    stbi_image_free(out);
+    return sum;
+}
+
+// Our picture must equal libpng's pixels before its speed means anything.
+bool SamePixelsAsLibpng(const CorpusFile& file)
+{
+    vex::png::LoadPNG decoder;
+    auto box = std::make_shared<vex::png::PictureBox>();
+    decoder.setPicBox(box);
+    decoder.OpenPNGFromMemory(file.png);
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    if (!box->Picture || !png_image_begin_read_from_memory(&image, file.png.data(), file.png.size()))
+        return false;
+    image.format = file.channels == 4 ? PNG_FORMAT_RGBA : PNG_FORMAT_RGB;
+    std::vector<uint8_t> reference(PNG_IMAGE_SIZE(image));
+    png_image_finish_read(&image, nullptr, reference.data(), 0, nullptr);
+    const vex::platform::Dib& dib = box->Picture->bitmap();
+    for (int y = 0; y < file.height; ++y) {
+        for (int x = 0; x < file.width; ++x) {
+            const uint8_t* px = &reference[(static_cast<size_t>(y) * file.width + x) * file.channels];
+            if (dib.pixel(x, y) != vex::Rgb(px[0], px[1], px[2]))
+                return false;
+            if (file.channels == 4 && dib.row(y)[x * 4 + 3] != px[3])
+                return false;
+        }
+    }
+    return true;
+}
+
+struct Decoder {
+    const char* name;
+    uint64_t (*decode)(const CorpusFile&);
+};
+const Decoder kDecoders[] = {
+    {"ours", DecodeOurs}, {"libpng", DecodeLibpng}, {"libspng", DecodeSpng}, {"stb_image", DecodeStb}};
+constexpr size_t kDecoderCount = std::size(kDecoders);
+
+// Best seconds over at least 3 runs and at least 0.25 s of work.
+double BestSeconds(const Decoder& decoder, const CorpusFile& file, uint64_t& sink)
+{
+    double best = 1e9, total = 0;
+    for (int run = 0; run < 3 || (total < 0.25 && run < 50); ++run) {
+        auto start = Clock::now();
+        sink += decoder.decode(file);
+        double seconds = std::chrono::duration<double>(Clock::now() - start).count();
+        best = std::min(best, seconds);
+        total += seconds;
+    }
+    return best;
+}
+
+std::string CpuName()
+{
+    std::ifstream info("/proc/cpuinfo");
+    std::string line;
+    while (std::getline(info, line))
+        if (line.rfind("model name", 0) == 0)
+            return line.substr(line.find(':') + 2);
+    return "unknown CPU";
+}
+
+} // namespace
+
+int main()
+{
+    std::vector<CorpusFile> corpus;
+    const ImageKind kinds[] = {ImageKind::Photo, ImageKind::Screenshot, ImageKind::Gradient, ImageKind::PaletteArt};
+    const int sides[] = {512, 1024, 2048};
+    const int levels[] = {1, 6, 9};
+    for (ImageKind kind : kinds)
+        for (int side : sides)
+            for (int level : levels)
+                corpus.push_back(vex::bench::MakeCorpusFile(kind, side, side, level));
+
+    for (const auto& file : corpus) {
+        if (!SamePixelsAsLibpng(file)) {
+            std::fprintf(stderr, "bench-png: our decode of %s differs from libpng\n", file.name.c_str());
+            return 1;
+        }
+    }
+    std::printf("PNG decode to 8-bit RGB/RGBA, output MB/s (best of >= 3 runs), %s, %u hardware threads\n\n",
+                CpuName().c_str(), std::thread::hardware_concurrency());
+    std::printf("| file | PNG KB |");
+    for (const auto& decoder : kDecoders)
+        std::printf(" %s |", decoder.name);
+    std::printf(" ours/libpng | ours/libspng | ours/stb |\n|---|---:|");
+    for (size_t i = 0; i < kDecoderCount + 3; ++i)
+        std::printf("---:|");
+    std::printf("\n");
+
+    double totalSeconds[kDecoderCount] = {};
+    double totalBytes = 0;
+    uint64_t sink = 0;
+    for (const auto& file : corpus) {
+        double bytes = static_cast<double>(file.width) * file.height * file.channels;
+        double rate[kDecoderCount];
+        for (size_t d = 0; d < kDecoderCount; ++d) {
+            double seconds = BestSeconds(kDecoders[d], file, sink);
+            totalSeconds[d] += seconds;
+            rate[d] = bytes / seconds / 1e6;
+        }
+        totalBytes += bytes;
+        std::printf("| %s | %zu |", file.name.c_str(), file.png.size() / 1024);
+        for (double r : rate)
+            std::printf(" %.0f |", r);
+        std::printf(" %.2f | %.2f | %.2f |\n", rate[0] / rate[1], rate[0] / rate[2], rate[0] / rate[3]);
+    }
+    double rate[kDecoderCount];
+    for (size_t d = 0; d < kDecoderCount; ++d)
+        rate[d] = totalBytes / totalSeconds[d] / 1e6;
+    std::printf("| **all files** | |");
+    for (double r : rate)
+        std::printf(" **%.0f** |", r);
+    std::printf(" **%.2f** | **%.2f** | **%.2f** |\n", rate[0] / rate[1], rate[0] / rate[2], rate[0] / rate[3]);
+    std::printf("\n(checksum %llu)\n", static_cast<unsigned long long>(sink));
+    return 0;
+}
