@@ -82,7 +82,7 @@ int64_t InterlacedDataSize(int64_t width, int64_t height, int bitsPerPixel)
     return total;
 }
 
-void Deinterlace(std::vector<uint8_t>& data, const PngHeader& header, std::vector<uint8_t>& image)
+void Deinterlace(uint8_t* data, const PngHeader& header, std::vector<uint8_t>& image)
 {
     int bitsPerPixel = BitsPerPixel(header);
     size_t step = static_cast<size_t>(FilterStep(bitsPerPixel));
@@ -96,7 +96,7 @@ void Deinterlace(std::vector<uint8_t>& data, const PngHeader& header, std::vecto
         if (columns == 0 || rows == 0)
             continue;
         size_t rowLength = static_cast<size_t>(PassRowBytes(header.width, bitsPerPixel, pass)) + 1;
-        uint8_t* block = data.data() + offset;
+        uint8_t* block = data + offset;
         UnfilterImage(block, rowLength, static_cast<size_t>(rows), step);
         for (int64_t r = 0; r < rows; ++r) {
             int64_t y = kAdam7[pass].firstRow + r * kAdam7[pass].rowStep;

@@ -42,6 +42,6 @@ int64_t InterlacedDataSize(int64_t width, int64_t height, int bitsPerPixel);
 
 // Unfilters every pass of `data` in place and scatters the pixels into `image` (resized to
 // height * PackedRowBytes). The caller has checked that data holds InterlacedDataSize bytes.
-void Deinterlace(std::vector<uint8_t>& data, const PngHeader& header, std::vector<uint8_t>& image);
+void Deinterlace(uint8_t* data, const PngHeader& header, std::vector<uint8_t>& image);
 
 } // namespace vex::png

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <new>
 
 #include "base/runtime_error.h"
@@ -94,19 +95,29 @@ void LoadPNG::Decode()
 
     // The zlib header's two bytes are skipped unread; the Adler-32 trailer is never checked.
     size_t skip = std::min<size_t>(2, chunks_.compressed.size());
-    std::vector<uint8_t> data(chunks_.compressed.begin() + static_cast<std::ptrdiff_t>(skip), chunks_.compressed.end());
+    std::span<const uint8_t> input(chunks_.compressed.data() + skip, chunks_.compressed.size() - skip);
     // Data that cannot possibly fill the image would end in the short-data error after the
     // inflate; raising it first keeps a tiny file from committing a huge output buffer.
-    if (expected > static_cast<int64_t>(data.size()) * kMaxDeflateRatio + kMaxDeflateRatio)
-        Raise(ErrorCode::SubscriptOutOfRange);
-    int32_t capacity = static_cast<int32_t>(expected);
-    int32_t result = 0;
-    inflater_.Inflate(data, capacity, false, result); // the result is not looked at
-    // A row beyond the data is the host's subscript error.
-    if (static_cast<int64_t>(data.size()) < expected)
+    if (expected > static_cast<int64_t>(input.size()) * kMaxDeflateRatio + kMaxDeflateRatio)
         Raise(ErrorCode::SubscriptOutOfRange);
 
-    std::optional<platform::Dib> bitmap = BuildBitmap(data);
+    // One inflate of all the image data into one buffer, left uninitialised (every byte the
+    // decode reads was written by the inflate); the unfilter then works in place.
+    int32_t capacity = static_cast<int32_t>(expected);
+    size_t bufferSize = Inflater::OutputSizeFor(capacity);
+    std::unique_ptr<uint8_t[]> buffer(new uint8_t[bufferSize]);
+    InflateOutcome outcome = inflater_.InflateInto(input, capacity, false, std::span<uint8_t>(buffer.get(), bufferSize));
+    size_t produced = outcome.produced; // the result code is not looked at
+    if (outcome.treeError) {
+        // The inflate left the data as given: the decode goes on with the compressed bytes.
+        produced = std::min(input.size(), bufferSize);
+        std::copy_n(input.begin(), produced, buffer.get());
+    }
+    // A row beyond the data is the host's subscript error.
+    if (static_cast<int64_t>(produced) < expected)
+        Raise(ErrorCode::SubscriptOutOfRange);
+
+    std::optional<platform::Dib> bitmap = BuildBitmap(buffer.get());
     if (!bitmap)
         return;
     outputBits_ = bitmap->bitCount();
@@ -115,7 +126,7 @@ void LoadPNG::Decode()
     picBox_->Picture = platform::Picture::FromBitmap(std::move(*bitmap));
 }
 
-std::optional<platform::Dib> LoadPNG::BuildBitmap(std::vector<uint8_t>& inflated)
+std::optional<platform::Dib> LoadPNG::BuildBitmap(uint8_t* inflated)
 {
     const PngHeader& header = chunks_.header;
     int bitsPerPixel = BitsPerPixel(header);
@@ -128,9 +139,9 @@ std::optional<platform::Dib> LoadPNG::BuildBitmap(std::vector<uint8_t>& inflated
         Deinterlace(inflated, header, deinterlaced);
         image = PackedImage{deinterlaced.data(), rowBytes, true};
     } else {
-        UnfilterImage(inflated.data(), rowBytes + 1, static_cast<size_t>(header.height),
+        UnfilterImage(inflated, rowBytes + 1, static_cast<size_t>(header.height),
                       static_cast<size_t>(FilterStep(bitsPerPixel)));
-        image = PackedImage{inflated.data() + 1, rowBytes + 1, false};
+        image = PackedImage{inflated + 1, rowBytes + 1, false};
     }
 
     if (header.colorType == 4 || header.colorType == 6)

@@ -96,7 +96,7 @@ public:
 
 private:
     void Decode();
-    std::optional<platform::Dib> BuildBitmap(std::vector<uint8_t>& inflated);
+    std::optional<platform::Dib> BuildBitmap(uint8_t* inflated);
     ColorRef CompositionBackground() const;
 
     ChunkState chunks_;

@@ -69,13 +69,17 @@ void UnfilterPaeth(uint8_t* row, const uint8_t* previous, size_t length, size_t 
 // the byte-wise loops above carry a dependency from every byte to the one `step` later, so
 // working per pixel cuts the chain by the pixel size. Results are identical to the byte loops.
 //
-// Pixels are moved in and out through a 32-bit integer; for 3-byte pixels the fourth lane is
-// garbage that is never stored.
+// Pixels move in and out through a 32-bit register, never through a stack slot (a 3-byte
+// store followed by a 4-byte reload stalls store forwarding). A 3-byte pixel is loaded with the
+// next pixel's first byte in lane 3 when the row has it; that lane is garbage and never stored.
 template <size_t Step>
-inline __m128i LoadPixel(const uint8_t* bytes)
+inline __m128i LoadPixel(const uint8_t* bytes, bool roomForFour)
 {
-    uint32_t value = 0;
-    std::memcpy(&value, bytes, Step);
+    uint32_t value;
+    if (Step == 4 || roomForFour)
+        std::memcpy(&value, bytes, 4);
+    else
+        value = uint32_t{bytes[0]} | (uint32_t{bytes[1]} << 8) | (uint32_t{bytes[2]} << 16);
     return _mm_cvtsi32_si128(static_cast<int>(value));
 }
 
@@ -83,7 +87,13 @@ template <size_t Step>
 inline void StorePixel(uint8_t* bytes, __m128i pixel)
 {
     uint32_t value = static_cast<uint32_t>(_mm_cvtsi128_si32(pixel));
-    std::memcpy(bytes, &value, Step);
+    if (Step == 4) {
+        std::memcpy(bytes, &value, 4);
+    } else {
+        uint16_t low = static_cast<uint16_t>(value);
+        std::memcpy(bytes, &low, 2);
+        bytes[2] = static_cast<uint8_t>(value >> 16);
+    }
 }
 
 template <size_t Step>
@@ -91,7 +101,7 @@ void UnfilterSubPixels(uint8_t* row, size_t length)
 {
     __m128i left = _mm_setzero_si128();
     for (size_t x = 0; x + Step <= length; x += Step) {
-        left = _mm_add_epi8(left, LoadPixel<Step>(row + x));
+        left = _mm_add_epi8(left, LoadPixel<Step>(row + x, x + 4 <= length));
         StorePixel<Step>(row + x, left);
     }
 }
@@ -103,9 +113,9 @@ void UnfilterAveragePixels(uint8_t* row, const uint8_t* previous, size_t length)
     const __m128i one = _mm_set1_epi8(1);
     __m128i left = _mm_setzero_si128();
     for (size_t x = 0; x + Step <= length; x += Step) {
-        __m128i up = LoadPixel<Step>(previous + x);
+        __m128i up = LoadPixel<Step>(previous + x, x + 4 <= length);
         __m128i average = _mm_sub_epi8(_mm_avg_epu8(left, up), _mm_and_si128(_mm_xor_si128(left, up), one));
-        left = _mm_add_epi8(LoadPixel<Step>(row + x), average);
+        left = _mm_add_epi8(LoadPixel<Step>(row + x, x + 4 <= length), average);
         StorePixel<Step>(row + x, left);
     }
 }
@@ -123,7 +133,7 @@ void UnfilterPaethPixels(uint8_t* row, const uint8_t* previous, size_t length)
     const __m128i zero = _mm_setzero_si128();
     __m128i left = zero, upperLeft = zero;
     for (size_t x = 0; x + Step <= length; x += Step) {
-        __m128i up = _mm_unpacklo_epi8(LoadPixel<Step>(previous + x), zero);
+        __m128i up = _mm_unpacklo_epi8(LoadPixel<Step>(previous + x, x + 4 <= length), zero);
         __m128i upMinusUl = _mm_sub_epi16(up, upperLeft);
         __m128i leftMinusUl = _mm_sub_epi16(left, upperLeft);
         __m128i pa = Absolute16(upMinusUl);
@@ -135,7 +145,7 @@ void UnfilterPaethPixels(uint8_t* row, const uint8_t* previous, size_t length)
         __m128i pickUl = _mm_andnot_si128(_mm_or_si128(pickLeft, pickUp), _mm_set1_epi16(-1));
         __m128i predictor = _mm_or_si128(_mm_or_si128(_mm_and_si128(pickLeft, left), _mm_and_si128(pickUp, up)),
                                          _mm_and_si128(pickUl, upperLeft));
-        __m128i value = _mm_add_epi8(LoadPixel<Step>(row + x), _mm_packus_epi16(predictor, zero));
+        __m128i value = _mm_add_epi8(LoadPixel<Step>(row + x, x + 4 <= length), _mm_packus_epi16(predictor, zero));
         StorePixel<Step>(row + x, value);
         left = _mm_unpacklo_epi8(value, zero);
         upperLeft = up;

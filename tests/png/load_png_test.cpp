@@ -154,6 +154,22 @@ TEST(LoadPNG, OpeningFilesLikeTheHost)
     fs::remove_all(folder);
 }
 
+// A dynamic block whose code-length code over-subscribes length 1: the inflate's one message
+// goes to the host's message box, and the decode goes on with the compressed bytes as data
+// (filter byte 0x05, an unknown type, then pixel 0x00).
+TEST(LoadPNG, TreeErrorGoesToTheMessageBoxAndTheDecodeGoesOn)
+{
+    std::vector<std::string> messages;
+    LoadPNG decoder;
+    decoder.setMessageBox([&](const std::string& text) { messages.push_back(text); });
+    auto result = DecodeInto(decoder, PngWriter().Ihdr(1, 1, 8, 0).Chunk("IDAT", {0x78, 0x9C, 0x05, 0x00, 0x92, 0x04}).Iend().bytes());
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_EQ(messages[0], "Error in tree creation (Static)");
+    ASSERT_TRUE(result.dib());
+    EXPECT_EQ(result.dib()->pixel(0, 0), Rgb(0, 0, 0));
+    EXPECT_EQ(decoder.ErrorNumber(), 0);
+}
+
 TEST(LoadPNG, SixteenBitSamplesAreTruncated)
 {
     LoadPNG decoder;

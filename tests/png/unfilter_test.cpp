@@ -186,7 +186,7 @@ TEST(Adam7, DeinterlaceScattersEveryPixelToItsPlace)
         }
         ASSERT_EQ(static_cast<int64_t>(data.size()), InterlacedDataSize(header.width, header.height, bits));
         std::vector<uint8_t> image;
-        Deinterlace(data, header, image);
+        Deinterlace(data.data(), header, image);
         size_t rowBytes = static_cast<size_t>(PackedRowBytes(header.width, bits));
         for (int64_t y = 0; y < header.height; ++y) {
             for (int64_t x = 0; x < header.width; ++x) {
