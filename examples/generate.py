@@ -51,7 +51,7 @@ def write_vxp(name, props, pictures=()):
         out.write("\n".join(lines) + "\n")
 
 
-def write_png(name, width, height, pixel):
+def write_png(name, width, height, pixel, alpha=False):
     raw = bytearray()
     for y in range(height):
         raw.append(0)
@@ -60,7 +60,7 @@ def write_png(name, width, height, pixel):
     def chunk(kind, data):
         body = kind + data
         return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body) & 0xFFFFFFFF)
-    png = b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0))
+    png = b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 6 if alpha else 2, 0, 0, 0))
     png += chunk(b"IDAT", zlib.compress(bytes(raw), 9)) + chunk(b"IEND", b"")
     with open(os.path.join(HERE, name), "wb") as out:
         out.write(png)
@@ -105,6 +105,20 @@ def backdrop_pixel(x, y):
     if (x % 24 == 12) and (y % 24 == 12):
         return (30, 30, 120)
     return (255, 214, 140) if ((x + y) // 16) % 2 == 0 else (250, 235, 200)
+
+
+def badge_pixel(x, y):
+    """A 40x40 badge with soft edges: a ring, a star-like highlight, alpha falling off outside."""
+    d = math.hypot(x - 19.5, y - 19.5)
+    alpha = max(0, min(255, int((19.5 - d) * 128)))
+    if d < 12:
+        t = d / 12
+        r, g, b = int(255 - 60 * t), int(200 - 90 * t), int(60 + 20 * t)
+    else:
+        r, g, b = 150, 60, 30
+    glow = max(0, 1 - math.hypot(x - 14, y - 14) / 7)
+    r, g, b = (min(255, int(c + (255 - c) * glow)) for c in (r, g, b))
+    return (r, g, b, alpha)
 
 
 # ---- The examples ----------------------------------------------------------------------------
@@ -187,7 +201,13 @@ example("transparent", (220, 80), "Transparent panel over a backdrop",
              CaptionFontOut=colour(120, 60, 0)),
         extra=" --backdrop backdrop.png")
 
+example("picture-png-alpha", (220, 80), "PNG picture with alpha (LoadPNG)",
+        dict(d3, BackColor=colour(205, 220, 240), Panel3DBorderStyle=2, Panel3DBorderWidth=2,
+             PictureAlignment=1, Caption="Loaded from a PNG", CaptionAlignment=4),
+        extra=" --picture badge.png")
+
 write_png("backdrop.png", 220, 80, backdrop_pixel)
+write_png("badge.png", 40, 40, badge_pixel, alpha=True)
 with open(os.path.join(HERE, "gallery.list"), "w") as out:
     out.write("# One example a line: FILE [render options] | label under the panel on the contact sheet.\n")
     out.write("\n".join(EXAMPLES) + "\n")

@@ -1,5 +1,5 @@
 // vexpanel render FILE.vxp -o OUT.png [--size WxH] [--set Key=Value ...] [--backdrop IMAGE]
-//                                     [--frames N]
+//                                     [--frames N] [--picture FILE.png]
 // Renders a saved panel as a running program shows it. With --frames N it also writes the next
 // N animation ticks, OUT-1.png to OUT-N.png beside OUT.png.
 

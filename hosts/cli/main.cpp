@@ -22,6 +22,7 @@ constexpr std::array kCommands = {
     Command { "new", "new [--name NAME]     print a freshly placed panel as .vxp", CommandNew },
     Command { "props", "props FILE.vxp        load a saved panel and list its properties", CommandProps },
     Command { "render", "render FILE.vxp -o OUT.png [--size WxH] [--set Key=Value ...] [--backdrop IMAGE] [--frames N]\n"
+                        "                        [--picture FILE.png]\n"
                         "                        render a saved panel as a running program shows it", CommandRender },
     Command { "gallery", "gallery -o DIR [--examples DIR]\n"
                          "                        render the example panels and a contact sheet", CommandGallery },

@@ -45,7 +45,7 @@ bool WritePng(const std::string& path, const platform::Dib& pixels)
     return true;
 }
 
-platform::PictureRef ReadPngPicture(const std::string& path)
+platform::PictureRef ReadPngPicture(const std::string& path, ColorRef background)
 {
     // LoadPNG creates a missing file (empty) before it fails on it: look first.
     std::error_code error;
@@ -58,7 +58,7 @@ platform::PictureRef ReadPngPicture(const std::string& path)
     loader.setPicBox(box);
     loader.setSetAlpha(true);
     loader.setSetTrans(true);
-    loader.SetOwnBkgndColor(true, Rgb(255, 255, 255));
+    loader.SetOwnBkgndColor(true, background);
     loader.OpenPNG(path);
     if (loader.ErrorNumber() != 0 || !box->Picture) {
         std::cerr << "cannot read " << path << " as a PNG picture (error " << loader.ErrorNumber() << ")\n";

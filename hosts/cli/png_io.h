@@ -13,8 +13,8 @@ namespace vex::cli {
 // when the file cannot be written.
 bool WritePng(const std::string& path, const platform::Dib& pixels);
 
-// A PNG file as a bitmap picture, alpha composed onto white; nullptr (and a message) when the
-// file cannot be decoded.
-platform::PictureRef ReadPngPicture(const std::string& path);
+// A PNG file as a bitmap picture through LoadPNG, alpha and transparency composed onto
+// `background`; nullptr (and a message) when the file cannot be decoded.
+platform::PictureRef ReadPngPicture(const std::string& path, ColorRef background = Rgb(255, 255, 255));
 
 } // namespace vex::cli

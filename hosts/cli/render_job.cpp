@@ -8,6 +8,7 @@
 #include "control/vxp_format.h"
 #include "headless_panel.h"
 #include "png_io.h"
+#include "render/colour.h"
 
 namespace vex::cli {
 
@@ -39,7 +40,8 @@ std::string ParseRenderJob(Arguments arguments, RenderJob& job, const std::strin
     for (size_t i = 0; i < arguments.size(); ++i) {
         const std::string_view option = arguments[i];
         const bool hasValue = i + 1 < arguments.size();
-        if (option == "-o" || option == "--size" || option == "--set" || option == "--backdrop" || option == "--frames") {
+        if (option == "-o" || option == "--size" || option == "--set" || option == "--backdrop" || option == "--frames"
+            || option == "--picture") {
             if (!hasValue)
                 return std::string(option) + " needs a value";
             const std::string_view value = arguments[++i];
@@ -54,6 +56,8 @@ std::string ParseRenderJob(Arguments arguments, RenderJob& job, const std::strin
                 job.settings.emplace_back(value);
             } else if (option == "--backdrop") {
                 job.backdrop = Resolve(directory, value);
+            } else if (option == "--picture") {
+                job.picture = Resolve(directory, value);
             } else {
                 auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), job.frames);
                 if (error != std::errc() || end != value.data() + value.size() || job.frames < 0 || job.frames > 10000)
@@ -95,6 +99,14 @@ std::vector<platform::Dib> RunRenderJob(const RenderJob& job)
 
     control::VexPanel& panel = headless.panel;
     panel.ReadProperties(bag);
+    if (!job.picture.empty()) {
+        // As a program would load it: alpha composed onto the panel's back colour.
+        const ColorRef back = render::TranslateColor(panel.BackColor(), headless.surface.Dc());
+        platform::PictureRef picture = ReadPngPicture(job.picture, back);
+        if (!picture)
+            throw RuntimeError(ErrorCode::InvalidPicture);
+        panel.setPicture(picture);
+    }
     panel.OnResize();
     panel.OnShow();
     headless.host.form.Activate();

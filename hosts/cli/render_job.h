@@ -18,6 +18,7 @@ struct RenderJob {
     platform::Size size { 240, 80 };       // --size WxH
     std::vector<std::string> settings;     // --set Key=Value, the value as a .vxp line writes it
     std::string backdrop;                  // --backdrop IMAGE: the form behind the panel
+    std::string picture;                   // --picture FILE.png: Picture, through LoadPNG
     int frames = 0;                        // --frames N
 };
 

@@ -89,6 +89,19 @@ TEST(RenderJob, TransparentPanelShowsTheBackdropBehindIt)
     EXPECT_FALSE(std::filesystem::exists(kExamples + "/no-such.png"));
 }
 
+TEST(RenderJob, PngPictureIsComposedOntoTheBackColour)
+{
+    std::vector<platform::Dib> shown
+        = Render({ "picture-png-alpha.vxp", "--size", "300x100", "--picture", "badge.png" });
+    // Raised 3D border of width 2: margin 5; LeftMiddle puts the 40x40 badge at (5, 30).
+    const ColorRef back = Rgb(205, 220, 240);
+    EXPECT_EQ(shown[0].pixel(5, 30), back);   // a transparent corner of the badge
+    EXPECT_EQ(shown[0].pixel(150, 20), back); // the panel's own back colour
+    const ColorRef centre = shown[0].pixel(25, 50);
+    EXPECT_GT(RedOf(centre), 200u);           // the opaque orange middle
+    EXPECT_LT(BlueOf(centre), 120u);
+}
+
 TEST(RenderJob, FramesAreAnimationTicks)
 {
     std::vector<platform::Dib> frames = Render({ "picture-strip.vxp", "--size", "220x80", "--frames", "6" });
