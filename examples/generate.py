@@ -38,6 +38,10 @@ BOOLEAN_KEYS = {"Enabled", "CaptionGetShadow"}
 def write_vxp(name, props, pictures=()):
     lines = ["# VexPanel saved panel"]
     for key, value in props.items():
+        if key == "Font":
+            face, size, bold = value
+            lines += ["Font {", f'    Name = "{face}"', f"    Size = {size}!", f"    Bold = {bold}", "}"]
+            continue
         if isinstance(value, bool) and key in BOOLEAN_KEYS:
             value = "True" if value else "False"
         elif isinstance(value, bool):  # kept as 16-bit integers
@@ -140,7 +144,7 @@ example("windows-backcolour", (220, 80), "Windows: back colour, raised, centre",
 example("windows-shadow", (220, 80), "Windows: shadow borders, effect",
         dict(win, WinOptionColor=1, WinBackColor=colour(255, 236, 200), WinGradientDirection=5,
              WinBorderTopStyle=3, WinBorderBottomStyle=3, WinBorderLeftStyle=3, WinBorderRightStyle=3,
-             Caption="Outlined caption", CaptionEfect=True, CaptionGetShadow=True,
+             Caption="Outlined caption", CaptionEfect=True, Font=("Tahoma", 14, True), CaptionGetShadow=True,
              CaptionFontIn=colour(255, 250, 230), CaptionFontOut=colour(150, 80, 20)))
 example("windows-mixed", (220, 80), "Windows: mixed sides, left to right",
         dict(win, WinGradientDirection=2, WinContrast=2, WinBorderTopStyle=1, WinBorderBottomStyle=2,
@@ -148,14 +152,17 @@ example("windows-mixed", (220, 80), "Windows: mixed sides, left to right",
 
 d3 = {"Appearance": 1, "BackColor": colour(228, 226, 220)}
 example("3d-lowered", (220, 80), "3D: lowered, width 2, lowered lettering",
-        dict(d3, Panel3DBorderStyle=1, Panel3DBorderWidth=2, Caption="Lowered lettering", PanelFont3D=1))
+        dict(d3, Panel3DBorderStyle=1, Panel3DBorderWidth=2, Caption="Lowered lettering", PanelFont3D=1,
+             Font=("Tahoma", 12, True)))
 example("3d-groove", (220, 80), "3D: groove with a band, shading",
         dict(d3, Panel3DBorderStyle=3, Panel3DBorderWidth=2, Panel3DBorderOffset=4,
              Panel3DOffsetColor=colour(170, 190, 215), Caption="Groove", PanelFont3D=4,
+             Font=("Tahoma", 14, True), PanelFont3DShadow=colour(110, 110, 110),
              ))
 example("3d-ridge", (220, 80), "3D: ridge, shadow lettering",
         dict(d3, Panel3DBorderStyle=4, Panel3DBorderWidth=3, Panel3DBorderOffset=2,
-             Caption="Ridge and shadow", PanelFont3D=5, PanelFont3DShadow=colour(150, 150, 150),
+             Caption="Ridge and shadow", PanelFont3D=5, PanelFont3DShadow=colour(170, 170, 170),
+             Font=("Tahoma", 12, True),
              ForeColor=colour(30, 60, 120)))
 example("3d-flat", (220, 80), "3D: one-colour frame, raised lettering",
         dict(d3, Panel3DBorderStyle=3, Panel3DBorderWidth=1, Panel3DBorderOffset=3, Panel3DBorderOption=True,
@@ -167,7 +174,7 @@ example("custom-vertical", (220, 80), "Custom: vertical centre gradient", dict(c
 example("custom-linear", (220, 80), "Custom: top to bottom, effect",
         dict(custom, CustomGradientDirection=0, CustomGradientStart=colour(255, 250, 235),
              CustomGradientEnds=colour(240, 170, 90), CustomBorderWidth=2, CustomBorderColor=colour(170, 100, 40),
-             Caption="Sunrise", CaptionEfect=True, CaptionFontIn=colour(255, 255, 255),
+             Caption="Sunrise", CaptionEfect=True, Font=("Tahoma", 16, True), CaptionFontIn=colour(255, 255, 255),
              CaptionFontOut=colour(140, 70, 10)))
 example("custom-squares", (220, 80), "Custom: squares from the centre",
         dict(custom, CustomGradientDirection=6, CustomGradientStart=colour(40, 60, 110),
@@ -191,13 +198,14 @@ example("background-tiled", (220, 80), "Tiled background, 3D lowered",
 scene = dib_block("PictureBackground", 48, 24, stretch_pixel)
 example("background-stretched", (220, 80), "Stretched background, effect",
         dict(d3, Panel3DBorderStyle=2, Panel3DBorderWidth=2, PictureBackgroundStyle=1, Caption="Stretched",
+             Font=("Tahoma", 14, True),
              CaptionEfect=True, CaptionGetShadow=True, CaptionFontIn=colour(255, 255, 255),
              CaptionFontOut=colour(60, 30, 20), CaptionAlignment=1),
         [scene])
 example("transparent", (220, 80), "Transparent panel over a backdrop",
         dict(win, BackStyle=0, WinBorderTopStyle=3, WinBorderBottomStyle=3, WinBorderLeftStyle=3,
              WinBorderRightStyle=3, WinOptionColor=1, WinBackColor=colour(255, 214, 140),
-             Caption="See-through", CaptionEfect=True, CaptionFontIn=colour(255, 255, 255),
+             Caption="See-through", CaptionEfect=True, Font=("Tahoma", 14, True), CaptionFontIn=colour(255, 255, 255),
              CaptionFontOut=colour(120, 60, 0)),
         extra=" --backdrop backdrop.png")
 
