@@ -6,7 +6,6 @@
 
 #include "base/numeric.h"
 #include "paint_fixture.h"
-#include "platform/soft/draw_text.h"
 #include "text_recorder.h"
 
 namespace vex::render {
@@ -23,12 +22,6 @@ constexpr ColorRef kOut = Rgb(20, 20, 20);
 constexpr ColorRef kShadow = Rgb(30, 30, 30);
 constexpr ColorRef kLight = Rgb(40, 40, 40);
 constexpr ColorRef kShade = Rgb(50, 50, 50);
-
-// FIXME: the tests that need real glyphs wait for the software layer's text; drop this guard
-// once kSoftTextReady is true everywhere.
-#define REQUIRE_TEXT()                                                                                   \
-    if (!platform::soft::kSoftTextReady)                                                              \
-    GTEST_SKIP() << "the software layer draws no text yet"
 
 struct CaptionPanel : Panel {
     CaptionPanel(int32_t width, int32_t height, int16_t appearance) : Panel(width, height), recorder(*services.surface)
@@ -131,7 +124,6 @@ TEST(Caption, EffectIsShadowFourOutlinesAndTheBody)
 
 TEST(Caption, WrappedTextIsPlacedByHand)
 {
-    REQUIRE_TEXT();
     CaptionPanel panel(100, 40, 0);
     panel.props.CaptionStyle = 1;
     panel.props.CaptionAlignment = 7; // CenterMiddle
@@ -158,7 +150,6 @@ TEST(Caption, WrappedTextIsPlacedByHand)
 
 TEST(Caption, WrappedHalvesRoundToEven)
 {
-    REQUIRE_TEXT();
     for (auto [height, plain, effect] : { std::array { 39, 12, 12 }, std::array { 41, 14, 12 } }) {
         CaptionPanel panel(100, height, 0);
         panel.props.CaptionStyle = 1;
@@ -206,7 +197,6 @@ TEST(Caption, Wrapped3DTakesTheSurfaceTextColour)
 
 TEST(Caption, TextLandsOnTheSurfaceAndAnEmptyCaptionDrawsNothing)
 {
-    REQUIRE_TEXT();
     CaptionPanel panel(60, 20, 0);
     panel.Fill(Rgb(255, 255, 255));
     panel.props.Caption = "";
