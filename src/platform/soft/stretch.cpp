@@ -136,14 +136,14 @@ uint8_t LinearInterpolate(uint8_t start, uint8_t end, float delta)
     return static_cast<uint8_t>(static_cast<float>(start) + static_cast<float>(end - start) * delta + 0.5f);
 }
 
-uint8_t BilinearInterpolate(uint8_t c00, uint8_t c01, uint8_t c10, uint8_t c11, float dx, float dy)
-{
-    return LinearInterpolate(LinearInterpolate(c00, c01, dx), LinearInterpolate(c10, c11, dx), dy);
-}
-
 float Clamp(float value, float low, float high) { return value < low ? low : (value > high ? high : value); }
 
 // The halftone stretch between two already clipped rectangles.
+//
+// The source position steps by a single-precision increment from one destination pixel to the
+// next, clamped to the source, on both axes. The column positions are the same on every row,
+// so they are computed once; each source row is interpolated across once (the first of the two
+// linear steps, which is per row) and reused while the destination rows still fall on it.
 void Halftone(SoftBitmap& target, Span dstX, Span dstY, const SoftBitmap& source, Span srcX, Span srcY,
     bool mirroredX, bool mirroredY)
 {
@@ -158,29 +158,57 @@ void Halftone(SoftBitmap& target, Span dstX, Span dstY, const SoftBitmap& source
     auto left = static_cast<int32_t>(srcX.low), right = static_cast<int32_t>(srcX.high - 1);
     auto top = static_cast<int32_t>(srcY.low), bottom = static_cast<int32_t>(srcY.high - 1);
 
+    struct Column {
+        int32_t x0, x1;
+        float dx;
+    };
+    std::vector<Column> columns(static_cast<size_t>(dstWidth));
+    float floatX = static_cast<float>(startX);
+    for (Column& column : columns) {
+        floatX = Clamp(floatX, static_cast<float>(left), static_cast<float>(right));
+        column.x0 = static_cast<int32_t>(floatX);
+        column.x1 = std::clamp(column.x0 + 1, left, right);
+        column.dx = floatX - static_cast<float>(column.x0);
+        floatX += incX;
+    }
+    // A source row interpolated across: three channel bytes per destination column.
+    auto across = [&](int32_t y, std::vector<uint8_t>& out) {
+        const Pixel* row = source.row(y);
+        out.resize(static_cast<size_t>(dstWidth) * 3);
+        for (size_t i = 0; i < columns.size(); ++i) {
+            Pixel a = row[columns[i].x0], b = row[columns[i].x1];
+            for (int c = 0; c < 3; ++c)
+                out[i * 3 + static_cast<size_t>(c)] = LinearInterpolate(static_cast<uint8_t>(a >> (8 * c)), static_cast<uint8_t>(b >> (8 * c)), columns[i].dx);
+        }
+    };
+    std::vector<uint8_t> upper, lower;
+    int32_t upperRow = -1, lowerRow = -1;
+
     float floatY = static_cast<float>(startY);
     for (int32_t j = 0; j < dstHeight; ++j) {
         floatY = Clamp(floatY, static_cast<float>(top), static_cast<float>(bottom));
         auto y0 = static_cast<int32_t>(floatY);
         int32_t y1 = std::clamp(y0 + 1, top, bottom);
         float dy = floatY - static_cast<float>(y0);
-        const Pixel* row0 = source.row(y0);
-        const Pixel* row1 = source.row(y1);
-        Pixel* out = target.row(static_cast<int32_t>(dstY.low) + j) + dstX.low;
-        float floatX = static_cast<float>(startX);
-        for (int32_t i = 0; i < dstWidth; ++i) {
-            floatX = Clamp(floatX, static_cast<float>(left), static_cast<float>(right));
-            auto x0 = static_cast<int32_t>(floatX);
-            int32_t x1 = std::clamp(x0 + 1, left, right);
-            float dx = floatX - static_cast<float>(x0);
-            Pixel c00 = row0[x0], c01 = row0[x1], c10 = row1[x0], c11 = row1[x1];
-            Pixel value = 0;
-            for (int shift = 0; shift <= 16; shift += 8) {
-                auto channel = [&](Pixel p) { return static_cast<uint8_t>(p >> shift); };
-                value |= Pixel { BilinearInterpolate(channel(c00), channel(c01), channel(c10), channel(c11), dx, dy) } << shift;
+        if (upperRow != y0) {
+            if (lowerRow == y0) {
+                std::swap(upper, lower);
+                std::swap(upperRow, lowerRow);
+            } else {
+                across(y0, upper);
+                upperRow = y0;
             }
-            out[i] = value;
-            floatX += incX;
+        }
+        if (lowerRow != y1) {
+            across(y1, lower);
+            lowerRow = y1;
+        }
+        Pixel* out = target.row(static_cast<int32_t>(dstY.low) + j) + dstX.low;
+        for (int32_t i = 0; i < dstWidth; ++i) {
+            const uint8_t* a = &upper[static_cast<size_t>(i) * 3];
+            const uint8_t* b = &lower[static_cast<size_t>(i) * 3];
+            out[i] = Pixel { LinearInterpolate(a[0], b[0], dy) } | Pixel { LinearInterpolate(a[1], b[1], dy) } << 8
+                | Pixel { LinearInterpolate(a[2], b[2], dy) } << 16;
         }
         floatY += incY;
     }
