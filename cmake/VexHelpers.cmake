@@ -25,8 +25,10 @@ function(vex_add_test)
   if(NOT T_TIMEOUT)
     set(T_TIMEOUT 300)
   endif()
+  # LeakSanitizer suppressions (system libraries only) apply to every test.
   gtest_discover_tests(${T_NAME}
-    PROPERTIES LABELS "${T_LABELS}" TIMEOUT ${T_TIMEOUT} ${T_PROPERTIES}
+    PROPERTIES LABELS "${T_LABELS}" TIMEOUT ${T_TIMEOUT}
+      ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp" ${T_PROPERTIES}
     DISCOVERY_TIMEOUT 60)
 endfunction()
 
