@@ -49,7 +49,7 @@ struct Line {
 
 // Shortens a line that does not fit at a break opportunity. charsFit characters fit;
 // returns how many of the line's characters are used up (the break and a space after it).
-size_t BreakWords(FontFace& face, std::string& line, uint32_t format, int32_t charsFit)
+size_t BreakWords(std::string& line, uint32_t format, int32_t charsFit)
 {
     auto length = static_cast<int32_t>(line.size());
     std::vector<bool> soft = SoftBreaks(line);
@@ -82,7 +82,6 @@ size_t BreakWords(FontFace& face, std::string& line, uint32_t format, int32_t ch
         used = static_cast<size_t>(p) + (p < length ? 1 : 0);
         line.resize(static_cast<size_t>(p));
     }
-    (void)face;
     return used;
 }
 
@@ -134,7 +133,7 @@ bool NextLine(FontFace& face, std::string_view text, size_t& at, int32_t width, 
     line.width = extent.width;
     bool broken = false;
     if (extent.fit < static_cast<int32_t>(line.text.size()) && (format & dt::WordBreak)) {
-        size_t used = BreakWords(face, line.text, format, extent.fit);
+        size_t used = BreakWords(line.text, format, extent.fit);
         line.width = Measure(face, line.text, 0).width;
         at = start + SkipDrawnCharacters(text.substr(start), at - start, used);
         broken = true;

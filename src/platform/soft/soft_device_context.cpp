@@ -44,8 +44,8 @@ std::unique_ptr<DeviceContext> SoftDeviceContext::CreateCompatibleDC()
 
 BitmapRef SoftDeviceContext::CreateCompatibleBitmap(int32_t width, int32_t height)
 {
-    // FIXME: GDI makes a monochrome bitmap when this context is a memory context that still
-    // holds its stock bitmap; the software layer always makes a colour one.
+    // Always a colour bitmap, as the interface promises (GDI would make a monochrome one from a
+    // memory context still holding its stock bitmap; the Windows backend avoids that too).
     if (width == 0 || height == 0)
         return std::make_shared<SoftBitmap>(1, 1);
     if (!SoftBitmap::SizeAllowed(width, height))
