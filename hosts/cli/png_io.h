@@ -1,6 +1,6 @@
 #pragma once
-// PNG files for the command line: pictures in through the panel's own LoadPNG, surfaces out
-// through libpng.
+// Image files for the command line: pictures in through the panel's own LoadPNG, a backdrop in
+// as PNG or BMP, surfaces out as PNG.
 
 #include <string>
 
@@ -9,12 +9,15 @@
 
 namespace vex::cli {
 
-// Writes a 32-bit top-down DIB as an 8-bit RGB PNG; false (and a message on standard error)
-// when the file cannot be written.
+// Writes a surface as a PNG; false (and a message on standard error) when it cannot.
 bool WritePng(const std::string& path, const platform::Dib& pixels);
 
 // A PNG file as a bitmap picture through LoadPNG, alpha and transparency composed onto
 // `background`; nullptr (and a message) when the file cannot be decoded.
 platform::PictureRef ReadPngPicture(const std::string& path, ColorRef background = Rgb(255, 255, 255));
+
+// A PNG or BMP file as a bitmap picture (the form behind a transparent panel); nullptr (and a
+// message) when it cannot be read.
+platform::PictureRef ReadImagePicture(const std::string& path);
 
 } // namespace vex::cli

@@ -88,7 +88,7 @@ std::vector<platform::Dib> RunRenderJob(const RenderJob& job)
     HeadlessPanel headless(job.size);
     headless.host.userMode = true;
     if (!job.backdrop.empty()) {
-        headless.host.backdrop = ReadPngPicture(job.backdrop);
+        headless.host.backdrop = ReadImagePicture(job.backdrop);
         if (!headless.host.backdrop)
             throw RuntimeError(ErrorCode::InvalidPicture);
         // The panel sits in the middle of a larger form.

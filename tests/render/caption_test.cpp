@@ -4,17 +4,46 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "base/numeric.h"
 #include "paint_fixture.h"
-#include "text_recorder.h"
+#include "platform/recording_context.h"
 
 namespace vex::render {
 namespace {
 
 using platform::Rect;
 using testing::Panel;
-using testing::TextCall;
-using testing::TextRecorder;
+
+// One DrawText call as the recording context saw it, with the text colour set before it.
+struct TextCall {
+    std::string text;
+    Rect rect;
+    uint32_t format;
+    ColorRef colour;
+    friend bool operator==(const TextCall&, const TextCall&) = default;
+    friend std::ostream& operator<<(std::ostream& out, const TextCall& call)
+    {
+        return out << '"' << call.text << "\" {" << call.rect.left << "," << call.rect.top << "," << call.rect.right
+                   << "," << call.rect.bottom << "} " << call.format << " #" << std::hex << call.colour << std::dec;
+    }
+};
+
+std::vector<TextCall> TextCalls(const platform::RecordingContext& recorder, ColorRef colour)
+{
+    std::vector<TextCall> calls;
+    for (const platform::DrawCall& call : recorder.Calls()) {
+        if (call.name == "SetTextColor")
+            colour = static_cast<ColorRef>(call.args[0]);
+        if (call.name == "DrawText") {
+            const Rect rect { static_cast<int32_t>(call.args[0]), static_cast<int32_t>(call.args[1]),
+                static_cast<int32_t>(call.args[2]), static_cast<int32_t>(call.args[3]) };
+            calls.push_back({ call.text, rect, static_cast<uint32_t>(call.args[4]), colour });
+        }
+    }
+    return calls;
+}
 
 constexpr ColorRef kFore = Rgb(1, 2, 3);
 constexpr ColorRef kIn = Rgb(10, 10, 10);
@@ -38,13 +67,14 @@ struct CaptionPanel : Panel {
     }
     std::vector<TextCall>& Paint()
     {
-        recorder.calls.clear();
+        recorder.Clear();
         PaintContext context = Context();
         if (props.Appearance == 1)
             DrawCaption3D(context);
         else
             DrawCaption(context);
-        return recorder.calls;
+        calls = TextCalls(recorder, textColour);
+        return calls;
     }
     // The bottom of the wrapped text measured from the inset top, as the painter measures it.
     int32_t MeasuredBottom(Rect rect)
@@ -52,7 +82,9 @@ struct CaptionPanel : Panel {
         services.surface->DrawText(props.Caption, rect, platform::dt::CalcRect | platform::dt::WordBreak);
         return rect.bottom;
     }
-    TextRecorder recorder;
+    platform::RecordingContext recorder;
+    ColorRef textColour = 0; // the surface's text colour before the painter runs
+    std::vector<TextCall> calls;
 };
 
 TEST(Caption, SingleLineFlagsForTheNineAlignments)
@@ -192,6 +224,7 @@ TEST(Caption, Wrapped3DTakesTheSurfaceTextColour)
     panel.props.CaptionAlignment = 0;
     panel.props.PanelFont3D = 5; // no lettering on wrapped text
     panel.recorder.SetTextColor(Rgb(9, 9, 9));
+    panel.textColour = Rgb(9, 9, 9);
     EXPECT_EQ(panel.Paint(), (std::vector<TextCall> { { "Vex", Rect { 3, 3, 97, 37 }, 16, Rgb(9, 9, 9) } }));
 }
 
