@@ -17,6 +17,8 @@ int CommandNew(Arguments arguments);
 int CommandProps(Arguments arguments);
 int CommandRender(Arguments arguments);
 int CommandGallery(Arguments arguments);
+int CommandPngInfo(Arguments arguments);
+int CommandPng2Bmp(Arguments arguments);
 
 // Reports wrong usage of a sub-command on standard error; returns the exit status for it.
 int UsageError(std::string_view command, std::string_view message);

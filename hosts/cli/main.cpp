@@ -26,6 +26,9 @@ constexpr std::array kCommands = {
                         "                        render a saved panel as a running program shows it", CommandRender },
     Command { "gallery", "gallery -o DIR [--examples DIR]\n"
                          "                        render the example panels and a contact sheet", CommandGallery },
+    Command { "png-info", "png-info FILE.png      decode a PNG file and list every LoadPNG property", CommandPngInfo },
+    Command { "png2bmp", "png2bmp FILE.png OUT.bmp [--alpha] [--trans] [--bkgnd 0xBBGGRR]\n"
+                         "                        decode a PNG file and write the bitmap exactly as built", CommandPng2Bmp },
 };
 
 int Usage()
