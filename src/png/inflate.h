@@ -67,8 +67,9 @@ public:
 
     // The image decode's entry: the same results as Inflate without copying the input or
     // zero-filling the output. `output` must hold at least OutputSizeFor(capacity) bytes
-    // (capacity as passed in), else RuntimeError 9. Only output[0, produced) is meaningful;
-    // bytes after it (up to ~300 past) may have been written.
+    // (capacity as passed in), else RuntimeError 9. Only output[0, produced) is meaningful:
+    // the bytes after it, up to index capacity + 100, may have been overwritten; nothing past
+    // that is touched. The buffer need not be initialised.
     InflateOutcome InflateInto(std::span<const uint8_t> input, int32_t& capacity, bool deflate64,
                                std::span<uint8_t> output);
     static size_t OutputSizeFor(int32_t capacity);
