@@ -166,13 +166,16 @@ void ExpectRoundTrip(const Input& input, const Settings& settings)
     EXPECT_EQ(capacity, int32_t(input.bytes.size()) + 100);
     EXPECT_TRUE(data == input.bytes) << "decoded " << data.size() << " bytes of " << input.bytes.size();
 
-    // The image decode's entry point gives the same bytes.
+    // The image decode's entry point gives the same bytes and writes nothing past the output
+    // array it asked for.
     int32_t capacity2 = int32_t(input.bytes.size());
-    Bytes output(Inflater::OutputSizeFor(capacity2));
+    const size_t asked = Inflater::OutputSizeFor(capacity2);
+    Bytes output(asked + 64, 0xa5);
     InflateOutcome outcome = inflater.InflateInto(stream, capacity2, false, output);
     EXPECT_EQ(outcome.result, kInflateOk);
     ASSERT_EQ(outcome.produced, input.bytes.size());
     EXPECT_TRUE(std::equal(input.bytes.begin(), input.bytes.end(), output.begin()));
+    EXPECT_TRUE(std::all_of(output.begin() + std::ptrdiff_t(asked), output.end(), [](uint8_t b) { return b == 0xa5; }));
 }
 
 // ---- Hand-made streams ------------------------------------------------------------------------
