@@ -366,7 +366,7 @@ TEST(InflateZlib, PlainFastLoopToo)
 TEST(InflateZlib, WindowSizesAndMemoryLevels)
 {
     for (const Input& input : Inputs())
-        for (int windowBits = 9; windowBits <= 15; ++windowBits)
+        for (int windowBits = 8; windowBits <= 15; ++windowBits)
             for (int level : {1, 6, 9})
                 for (int memLevel : {1, 8, 9}) {
                     Settings settings;
