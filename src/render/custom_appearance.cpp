@@ -33,7 +33,7 @@ enum Direction : int16_t {
 class CustomGradient {
 public:
     explicit CustomGradient(PaintContext& context)
-        : context_(context), scaleWidth_(context.services.ScaleWidth()), scaleHeight_(context.services.ScaleHeight())
+        : scaleWidth_(context.services.ScaleWidth()), scaleHeight_(context.services.ScaleHeight())
     {
         PainterMemory& memory = context.memory;
         if (!memory.gradient)
@@ -77,7 +77,6 @@ public:
     }
 
 private:
-    PaintContext& context_;
     double scaleWidth_;
     double scaleHeight_;
     VexGradiente* engine_ = nullptr;
