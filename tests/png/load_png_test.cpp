@@ -219,6 +219,38 @@ TEST(LoadPNG, AlphaComposesOntoTheChosenColour)
     EXPECT_EQ(own.dib()->pixel(1, 0), Rgb(0, 0, 200));
 }
 
+// RGB and RGBA rows of every width up to 9: the conversions work on several pixels at a time and
+// finish rows pixel by pixel, and both parts must keep each channel in its place.
+TEST(LoadPNG, RgbAndRgbaRowsOfEveryWidthKeepTheirChannels)
+{
+    for (size_t channels : {3, 4}) {
+        for (int width = 1; width <= 9; ++width) {
+            std::vector<uint8_t> pixels(static_cast<size_t>(width) * 2 * channels);
+            for (size_t i = 0; i < pixels.size(); ++i)
+                pixels[i] = static_cast<uint8_t>(i * 29 + width);
+            LoadPNG decoder;
+            auto file = PngWriter()
+                            .Ihdr(width, 2, 8, channels == 4 ? 6 : 2)
+                            .Idat(WithFilterBytes(pixels, static_cast<size_t>(width) * channels))
+                            .Iend()
+                            .bytes();
+            auto result = DecodeInto(decoder, file);
+            ASSERT_TRUE(result.dib());
+            for (int y = 0; y < 2; ++y) {
+                for (int x = 0; x < width; ++x) {
+                    const uint8_t* source = &pixels[(static_cast<size_t>(y) * width + x) * channels];
+                    const uint8_t* target = result.dib()->row(y) + x * channels;
+                    std::vector<uint8_t> expected{source[2], source[1], source[0]};
+                    if (channels == 4)
+                        expected.push_back(source[3]);
+                    ASSERT_EQ(std::vector<uint8_t>(target, target + channels), expected)
+                        << channels << " channels, width " << width << " at " << x << ", " << y;
+                }
+            }
+        }
+    }
+}
+
 TEST(LoadPNG, AlphaComposesOntoTheBackgroundPictureAtItsOffset)
 {
     platform::Dib backdrop(3, 3, 24, true);
