@@ -102,11 +102,16 @@ bool HandleChunk(std::string_view type, const std::vector<uint8_t>& buffer, Chun
 
 } // namespace
 
-int32_t ReadChunks(std::span<const uint8_t> bytes, ChunkState& state, const TextInflate& inflate)
+void BeginStream(ChunkState& state)
 {
     state.hasBackground = false;
     state.hasTransparency = false;
     state.compressed.clear();
+}
+
+int32_t ReadChunks(std::span<const uint8_t> bytes, ChunkState& state, const TextInflate& inflate)
+{
+    BeginStream(state);
 
     BinaryFile file(bytes);
     uint8_t signature[8];

@@ -47,7 +47,11 @@ struct ChunkState {
 // Inflates a zTXt stream in place with the given output capacity.
 using TextInflate = std::function<void(std::vector<uint8_t>& data, int32_t& capacity)>;
 
-// Reads a whole PNG stream into `state` and returns an ErrorNumber code (0 when IEND was
+// What every new stream starts with: no tRNS or bKGD seen yet, no image data. The rest of the
+// state carries over.
+void BeginStream(ChunkState& state);
+
+// Reads a whole PNG stream into `state` (after BeginStream) and returns an ErrorNumber code (0 when IEND was
 // reached with image data). Raises RuntimeError only where the host would: Overflow for
 // positions past 2^31, Subscript out of range for the bKGD palette read, and whatever the
 // zTXt inflate raises.

@@ -44,6 +44,9 @@ void LoadPNG::SetToBkgrnd(bool SetToBG, std::optional<int32_t> x, std::optional<
 
 int32_t LoadPNG::OpenPNG(const std::string& FileName)
 {
+    // The reset comes first: a file that cannot be opened still leaves the flags cleared.
+    BeginStream(chunks_);
+    outputBits_ = 0;
     std::vector<uint8_t> bytes = ReadBinaryFile(FileName); // the file is closed again here
     return OpenPNGFromMemory(bytes);
 }

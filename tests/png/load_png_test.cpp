@@ -139,7 +139,13 @@ TEST(LoadPNG, OpeningFilesLikeTheHost)
     EXPECT_TRUE(fs::exists(missing));
     EXPECT_EQ(fs::file_size(missing), 0u);
     // A directory cannot be opened; neither can a file in a folder that does not exist.
+    auto flagged = PngWriter().Ihdr(1, 1, 8, 0).Chunk("tRNS", {0, 1}).Idat({0, 7}).Iend().bytes();
+    decoder.setPicBox(std::make_shared<PictureBox>());
+    decoder.OpenPNGFromMemory(flagged);
+    ASSERT_TRUE(decoder.HaveTransparence());
     EXPECT_EQ(RaisedBy([&] { decoder.OpenPNG(folder.string()); }), 75);
+    EXPECT_FALSE(decoder.HaveTransparence()); // reset before the open failed
+    EXPECT_EQ(decoder.OutputBitsPerPixel(), 0);
     EXPECT_EQ(RaisedBy([&] { decoder.OpenPNG((folder / "no" / "such.png").string()); }), 76);
     // A real file decodes.
     fs::path real = folder / "real.png";
