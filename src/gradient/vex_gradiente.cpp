@@ -123,7 +123,7 @@ void VexGradiente::DrawLinearGradient(int32_t Left, int32_t Top, int32_t Width, 
         for (int32_t i = std::max(first, 0); i <= steps; ++i)
             platform::SolidLine(target, Left, Add32(Top, i), right, Add32(Top, i), table[static_cast<size_t>(i)]);
     } else {
-        Add32(Top, Height);
+        Add32(Top, Height); // the columns' end, checked (an overflow raises)
         DrawColumns(Left, Top, Height, std::max(first, 0), table);
     }
     // The original passes the device context to DestroyWindow here, which fails without effect.
@@ -135,7 +135,7 @@ void VexGradiente::DrawColumns(int32_t Left, int32_t Top, int32_t Height, int32_
     const int32_t steps = static_cast<int32_t>(table.size()) - 1;
     if (first > steps)
         return;
-    Add32(Left, steps);
+    Add32(Left, steps); // the last column, checked
     const Rect column = platform::AxisLineRect(Left, Top, Left, Add32(Top, Height));
     platform::SolidColumns(dc(), Left + first, column.top, column.bottom, table.data() + first, steps - first + 1);
 }
@@ -148,6 +148,8 @@ void VexGradiente::DrawRectangularGradients(int32_t CenterX, int32_t CenterY, in
     // surface keeps a hollow one, so every square leaves only its outline.
     const Brush brush = target.SelectBrush(Brush::Hollow());
     target.SelectBrush(brush);
+    // The outermost square's corners, checked. An overflow raises before anything is drawn,
+    // where one square at a time would have drawn the inner squares first.
     Add32(CenterX, Radius);
     Add32(CenterY, Radius);
     Sub32(CenterX, Radius);
