@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "base/runtime_error.h"
 #include "paint_fixture.h"
 
 namespace vex::render {
@@ -219,6 +220,22 @@ TEST(BackgroundPicture, TilesColumnByColumnFromTheInset)
     panel.props.Panel3DBorderOffset = 1;
     panel.Paint(DrawBackgroundPicture);
     EXPECT_EQ(panel.Pixel(3, 23), Rgb(1, 1, 1));
+}
+
+TEST(BackgroundPicture, TilePositionsAre16Bit)
+{
+    PicturePanel panel(32780, 2);
+    panel.props.PictureBackground = MakePicture(10, 2, [](int, int) { return Rgb(9, 9, 9); });
+    panel.props.PictureBackgroundStyle = 2;
+    // 3279 columns: the one at x = 32770 does not fit 16 bits, after 3277 have been drawn.
+    try {
+        panel.Paint(DrawBackgroundPicture);
+        FAIL() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.code(), ErrorCode::Overflow);
+    }
+    EXPECT_EQ(panel.Pixel(32769, 0), Rgb(9, 9, 9));
+    EXPECT_EQ(panel.Pixel(32770, 0), kMarker);
 }
 
 TEST(BackgroundPicture, CentredTruncatesTowardZero)
