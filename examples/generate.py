@@ -187,10 +187,10 @@ example("custom-wrapped", (220, 80), "Custom: left to right, wrapped caption",
              Caption="A wrapped caption breaks at word boundaries and is centred by hand"))
 
 strip = dib_block("Picture", 24 * 6, 24, strip_pixel)
-example("picture-strip", (220, 80), "Frame strip (6 frames), masked",
+example("picture-strip", (220, 80), "Frame strip (6 frames), masked, third tick",
         dict(custom, CustomGradientDirection=0, Caption="Animated picture", CaptionAlignment=4,
              PictureAlignment=1, PictureFrames=6, PictureUseMask=True, PictureAnimEnabled=True,
-             PictureAnimDelay=80), [strip])
+             PictureAnimDelay=80), [strip], extra=" --frames 3")
 tile = dib_block("PictureBackground", 20, 20, tile_pixel)
 example("background-tiled", (220, 80), "Tiled background, 3D lowered",
         dict(d3, Panel3DBorderStyle=1, Panel3DBorderWidth=1, PictureBackgroundStyle=2, Caption="Tiled"),
