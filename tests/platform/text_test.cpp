@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include "platform/soft/code_page.h"
 #include "platform/soft/font_face.h"
 #include "platform/soft/line_breaks.h"
@@ -85,6 +87,17 @@ TEST(DrawText, ClipsToItsRectangleUnlessMeasuring)
     for (auto [x, y] : painted) {
         EXPECT_TRUE(x >= 10 && x < 30 && y >= 5 && y < 12) << x << "," << y;
     }
+}
+
+TEST(DrawText, ExtremeRectanglesAreHandledWithoutOverflow)
+{
+    auto dc = WhiteSurface(20, 20);
+    Rect wide { INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX };
+    EXPECT_GT(dc->DrawText("Caption &x\nline", wide, dt::WordBreak | dt::Center), 0);
+    Rect measured { INT32_MAX - 5, 0, INT32_MAX, 10 };
+    EXPECT_EQ(dc->DrawText("Caption", measured, dt::SingleLine | dt::CalcRect), 13);
+    Rect inverted { 10, 10, 0, 0 };
+    EXPECT_EQ(dc->DrawText("word word word", inverted, dt::WordBreak), 13);
 }
 
 TEST(DrawText, OpaqueModeFillsTheCellTransparentDoesNot)

@@ -100,7 +100,7 @@ size_t SkipDrawnCharacters(std::string_view raw, size_t available, size_t used)
 }
 
 // The next line of text from position `at` (advanced past it). Returns false at the end.
-bool NextLine(FontFace& face, std::string_view text, size_t& at, int32_t width, uint32_t format, Line& line)
+bool NextLine(FontFace& face, std::string_view text, size_t& at, int64_t width, uint32_t format, Line& line)
 {
     line = Line {};
     size_t start = at;
@@ -254,7 +254,7 @@ int32_t DrawTextOn(SoftBitmap& target, std::string_view utf8, Rect& rect, uint32
         format |= kNoClip;
     int32_t lineHeight = metrics.height;
     int64_t x = rect.left, y = rect.top;
-    int32_t width = rect.right - rect.left;
+    int64_t width = int64_t { rect.right } - rect.left;
     int32_t widest = 0;
     Clip clip { 0, 0, target.width(), target.height() };
     if (!(format & kNoClip))
@@ -290,7 +290,7 @@ int32_t DrawTextOn(SoftBitmap& target, std::string_view utf8, Rect& rect, uint32
     } while (more && !lastLine);
 
     if (format & dt::CalcRect) {
-        rect.right = rect.left + widest;
+        rect.right = static_cast<int32_t>(int64_t { rect.left } + widest); // wraps as GDI's would
         rect.bottom = static_cast<int32_t>(y);
     }
     auto height = static_cast<int32_t>(y - rect.top);

@@ -26,8 +26,9 @@ constexpr ColorRef ColorRefFromPixel(Pixel pixel)
 
 class SoftBitmap final : public Bitmap {
 public:
-    // Largest bitmap the layer creates (GDI refuses huge bitmaps too; callers get nullptr).
-    static constexpr int64_t kMaxPixels = int64_t{1} << 28;
+    // Largest bitmap the layer creates, 64 M pixels (256 MB): GDI refuses huge bitmaps too, and
+    // callers get nullptr rather than an allocation that cannot succeed.
+    static constexpr int64_t kMaxPixels = int64_t{1} << 26;
     static bool SizeAllowed(int32_t width, int32_t height);
 
     // A black bitmap; the size must be allowed (callers check SizeAllowed first).
