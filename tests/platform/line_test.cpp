@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <random>
 
 #include "platform/soft/raster.h"
@@ -90,6 +91,13 @@ TEST(LineTo, HugeCoordinatesAreClippedWithoutWalkingTheInvisiblePart)
     dc->MoveToEx(-2000000000, 5);
     dc->LineTo(2000000000, 6);
     EXPECT_EQ(PaintedPixels(*dc).size(), 20u);
+    // Both extents near 2^32: the walk's error term at the clipped start needs more than 64 bits.
+    auto steep = WhiteSurface(20, 20);
+    steep->MoveToEx(-2000000000, -2000000000);
+    steep->LineTo(2000000000, 1999999999);
+    EXPECT_FALSE(PaintedPixels(*steep).empty());
+    for (auto [x, y] : PaintedPixels(*steep))
+        EXPECT_LE(std::abs(x - y), 1) << x << "," << y;
     dc->SelectPen(Pen::Null());
     dc->MoveToEx(0, 0);
     dc->LineTo(10, 0);

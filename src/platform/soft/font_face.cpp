@@ -259,6 +259,10 @@ std::shared_ptr<FontFace> FontFace::For(const FontDesc& font)
     Key key { lowered, em, font.bold, font.italic };
     if (auto found = cache.find(key); found != cache.end())
         return found->second;
+    // A panel uses a handful of fonts; a program that walks through hundreds of sizes must not
+    // keep every face and its glyphs: past 64 faces, those no context holds are let go.
+    if (cache.size() >= 64)
+        std::erase_if(cache, [](const auto& entry) { return entry.second.use_count() == 1; });
 
     std::vector<Candidate> faces = FacesOfFamily(font.name);
     if (faces.empty())

@@ -38,15 +38,38 @@ SoftBitmap MaskPixels(const Dib& mask, int32_t width, int32_t height)
     return pixels;
 }
 
-void Combine(SoftBitmap& target, int32_t x, int32_t y, const SoftBitmap& work, bool xorMode)
+// The part of a width x height destination at (x, y) that lies on the target, and a source
+// stretched onto exactly that part (a work bitmap of its size, same pixels as a full one).
+struct Visible {
+    int64_t left = 0, top = 0, right = 0, bottom = 0;
+    bool empty() const { return left >= right || top >= bottom; }
+};
+
+Visible VisiblePart(const SoftBitmap& target, int32_t x, int32_t y, int32_t width, int32_t height)
 {
-    int64_t left = std::max<int64_t>(0, x), right = std::min<int64_t>(target.width(), int64_t { x } + work.width());
-    int64_t top = std::max<int64_t>(0, y), bottom = std::min<int64_t>(target.height(), int64_t { y } + work.height());
-    for (int64_t ty = top; ty < bottom; ++ty) {
-        const Pixel* in = work.row(static_cast<int32_t>(ty - y));
+    return Visible { std::max<int64_t>(0, x), std::max<int64_t>(0, y), std::min<int64_t>(target.width(), int64_t { x } + width),
+        std::min<int64_t>(target.height(), int64_t { y } + height) };
+}
+
+SoftBitmap StretchedOnto(const Visible& part, int32_t x, int32_t y, int32_t width, int32_t height, const SoftBitmap& source)
+{
+    SoftBitmap work(static_cast<int32_t>(part.right - part.left), static_cast<int32_t>(part.bottom - part.top));
+    StretchRect(work, static_cast<int32_t>(x - part.left), static_cast<int32_t>(y - part.top), width, height, source, 0, 0,
+        source.width(), source.height(), kStretchDeleteScans);
+    return work;
+}
+
+enum class Raster { And, Xor, Copy };
+
+void Combine(SoftBitmap& target, const Visible& part, const SoftBitmap& work, Raster raster)
+{
+    for (int64_t ty = part.top; ty < part.bottom; ++ty) {
+        const Pixel* in = work.row(static_cast<int32_t>(ty - part.top));
         Pixel* out = target.row(static_cast<int32_t>(ty));
-        for (int64_t tx = left; tx < right; ++tx)
-            out[tx] = xorMode ? (out[tx] ^ in[tx - x]) : (out[tx] & in[tx - x]);
+        for (int64_t tx = part.left; tx < part.right; ++tx) {
+            Pixel p = in[tx - part.left];
+            out[tx] = raster == Raster::And ? (out[tx] & p) : raster == Raster::Xor ? (out[tx] ^ p) : p;
+        }
     }
 }
 
@@ -65,18 +88,18 @@ void BlendAlpha(SoftBitmap& target, int32_t x, int32_t y, const Icon& icon, int3
             alphas.row(row)[column] = alpha;
         }
     }
-    SoftBitmap stretchedColors(width, height), stretchedAlphas(width, height);
-    StretchRect(stretchedColors, 0, 0, width, height, colors, 0, 0, color.width(), color.height(), kStretchDeleteScans);
-    StretchRect(stretchedAlphas, 0, 0, width, height, alphas, 0, 0, color.width(), color.height(), kStretchDeleteScans);
-    int64_t left = std::max<int64_t>(0, x), right = std::min<int64_t>(target.width(), int64_t { x } + width);
-    int64_t top = std::max<int64_t>(0, y), bottom = std::min<int64_t>(target.height(), int64_t { y } + height);
-    for (int64_t ty = top; ty < bottom; ++ty) {
+    Visible part = VisiblePart(target, x, y, width, height);
+    if (part.empty())
+        return;
+    SoftBitmap stretchedColors = StretchedOnto(part, x, y, width, height, colors);
+    SoftBitmap stretchedAlphas = StretchedOnto(part, x, y, width, height, alphas);
+    for (int64_t ty = part.top; ty < part.bottom; ++ty) {
         Pixel* out = target.row(static_cast<int32_t>(ty));
-        const Pixel* source = stretchedColors.row(static_cast<int32_t>(ty - y));
-        const Pixel* alpha = stretchedAlphas.row(static_cast<int32_t>(ty - y));
-        for (int64_t tx = left; tx < right; ++tx) {
-            Pixel s = source[tx - x], d = out[tx];
-            uint32_t a = alpha[tx - x];
+        const Pixel* source = stretchedColors.row(static_cast<int32_t>(ty - part.top));
+        const Pixel* alpha = stretchedAlphas.row(static_cast<int32_t>(ty - part.top));
+        for (int64_t tx = part.left; tx < part.right; ++tx) {
+            Pixel s = source[tx - part.left], d = out[tx];
+            uint32_t a = alpha[tx - part.left];
             Pixel result = 0;
             for (int shift = 0; shift <= 16; shift += 8) {
                 uint32_t channel = ((s >> shift) & 0xFFu) + (((d >> shift) & 0xFFu) * (255 - a) + 127) / 255;
@@ -92,7 +115,6 @@ void BlendAlpha(SoftBitmap& target, int32_t x, int32_t y, const Icon& icon, int3
 void DrawIconImage(SoftBitmap& target, int32_t x, int32_t y, const Icon& icon, int32_t width, int32_t height,
     uint32_t flags)
 {
-    constexpr int stretchMode = kStretchDeleteScans;
     const Dib& color = icon.color;
     if (color.empty() || !(flags & (kDrawIconMask | kDrawIconImage)))
         return;
@@ -100,31 +122,23 @@ void DrawIconImage(SoftBitmap& target, int32_t x, int32_t y, const Icon& icon, i
         width = color.width();
     if (height == 0)
         height = color.height();
-    if (width < 0 || height < 0 || !SoftBitmap::SizeAllowed(width, height))
+    if (width < 0 || height < 0)
         return;
     if ((flags & kDrawIconImage) && HasAlpha(color)) {
         BlendAlpha(target, x, y, icon, width, height);
         return;
     }
+    Visible part = VisiblePart(target, x, y, width, height);
+    if (part.empty())
+        return;
+    bool both = (flags & kDrawIconMask) && (flags & kDrawIconImage);
     if (flags & kDrawIconMask) {
         SoftBitmap mask = MaskPixels(icon.mask, color.width(), color.height());
-        SoftBitmap work(width, height);
-        StretchRect(work, 0, 0, width, height, mask, 0, 0, mask.width(), mask.height(), stretchMode);
-        if (flags & kDrawIconImage)
-            Combine(target, x, y, work, false);
-        else
-            CopyRect(target, x, y, width, height, work, 0, 0);
+        Combine(target, part, StretchedOnto(part, x, y, width, height, mask), both ? Raster::And : Raster::Copy);
     }
     if (flags & kDrawIconImage) {
-        auto colors = BitmapFromDib(color);
-        if (!colors)
-            return;
-        SoftBitmap work(width, height);
-        StretchRect(work, 0, 0, width, height, *colors, 0, 0, colors->width(), colors->height(), stretchMode);
-        if (flags & kDrawIconMask)
-            Combine(target, x, y, work, true);
-        else
-            CopyRect(target, x, y, width, height, work, 0, 0);
+        if (auto colors = BitmapFromDib(color))
+            Combine(target, part, StretchedOnto(part, x, y, width, height, *colors), both ? Raster::Xor : Raster::Copy);
     }
 }
 

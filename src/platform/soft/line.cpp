@@ -59,7 +59,8 @@ void DrawSlantedLine(SoftBitmap& target, Point from, Point to, Pixel pixel)
         return;
 
     int64_t n = walk.MinorSteps(first);
-    int64_t err = 2 * walk.dMinor - walk.dMajor + 2 * first * walk.dMinor - 2 * n * walk.dMajor;
+    // The terms are huge for a far-away start, their sum is within a few dMajor.
+    auto err = static_cast<int64_t>(Wide { 2 } * walk.dMinor - walk.dMajor + Wide { 2 } * first * walk.dMinor - Wide { 2 } * n * walk.dMajor);
     int64_t major = walk.major0 + walk.majorInc * first;
     int64_t minor = walk.minor0 + walk.minorInc * n;
     int64_t errStep = 2 * walk.dMinor - 2 * walk.dMajor;

@@ -287,17 +287,20 @@ void TransparentRect(SoftBitmap& target, int32_t x, int32_t y, int32_t width, in
 {
     if (width <= 0 || height <= 0 || sourceWidth <= 0 || sourceHeight <= 0)
         return;
-    if (!SoftBitmap::SizeAllowed(width, height))
-        return;
-    SoftBitmap work(width, height);
-    StretchRect(work, 0, 0, width, height, source, sourceX, sourceY, sourceWidth, sourceHeight, kStretchAndScans);
+    // Only the part of the work bitmap that lands on the target matters: the stretch is made
+    // into a work bitmap of that size, shifted so that its pixels are the same.
     int64_t left = std::max<int64_t>(0, x), right = std::min<int64_t>(target.width(), int64_t { x } + width);
     int64_t top = std::max<int64_t>(0, y), bottom = std::min<int64_t>(target.height(), int64_t { y } + height);
+    if (left >= right || top >= bottom)
+        return;
+    SoftBitmap work(static_cast<int32_t>(right - left), static_cast<int32_t>(bottom - top));
+    StretchRect(work, static_cast<int32_t>(x - left), static_cast<int32_t>(y - top), width, height, source, sourceX, sourceY,
+        sourceWidth, sourceHeight, kStretchAndScans);
     for (int64_t ty = top; ty < bottom; ++ty) {
-        const Pixel* in = work.row(static_cast<int32_t>(ty - y));
+        const Pixel* in = work.row(static_cast<int32_t>(ty - top));
         Pixel* out = target.row(static_cast<int32_t>(ty));
         for (int64_t tx = left; tx < right; ++tx) {
-            Pixel p = in[tx - x];
+            Pixel p = in[tx - left];
             if (p != key)
                 out[tx] = p;
         }
