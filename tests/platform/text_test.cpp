@@ -74,6 +74,10 @@ TEST(DrawText, AccessKeyMarksAreNotDrawnAndUnderlineTheNextCharacter)
     ASSERT_FALSE(extra.empty());
     for (auto [x, y] : extra)
         EXPECT_EQ(y, 12) << x;
+    // The underscore is a MoveToEx/LineTo of the context: the current position ends there.
+    auto face8 = FontFace::For(FontDesc {});
+    EXPECT_EQ(marked->MoveToEx(0, 0), (Point { face8->Advance('C') - 1, 12 }));
+    EXPECT_EQ(plain->MoveToEx(0, 0), (Point { 0, 0 }));
 }
 
 TEST(DrawText, ClipsToItsRectangleUnlessMeasuring)

@@ -225,7 +225,8 @@ void DrawLine(SoftBitmap& target, FontFace& face, const Line& line, int32_t x, i
 
 // The access key's underscore: one row below the baseline under the marked character, one
 // pixel short of its advance (a LineTo that stops before its end).
-void DrawUnderscore(SoftBitmap& target, FontFace& face, const Line& line, int32_t x, int32_t y, const Rect* rect, ColorRef color)
+void DrawUnderscore(SoftBitmap& target, FontFace& face, const Line& line, int32_t x, int32_t y, const Rect* rect, ColorRef color,
+    Point& position)
 {
     int64_t start = int64_t { x } + Measure(face, std::string_view(line.text).substr(0, static_cast<size_t>(line.prefixOffset)), 0).width;
     int64_t end = int64_t { x } + Measure(face, std::string_view(line.text).substr(0, static_cast<size_t>(line.prefixOffset) + 1), 0).width - 1;
@@ -236,12 +237,15 @@ void DrawUnderscore(SoftBitmap& target, FontFace& face, const Line& line, int32_
         start = std::max<int64_t>(start, rect->left);
         end = std::min<int64_t>(end, rect->right);
     }
-    FillSpanRect(target, start, row, end, row + 1, PixelFromColorRef(color));
+    Point from { static_cast<int32_t>(start), static_cast<int32_t>(row) }, to { static_cast<int32_t>(end), static_cast<int32_t>(row) };
+    DrawLine(target, from, to, PixelFromColorRef(color));
+    position = to;
 }
 
 } // namespace
 
-int32_t DrawTextOn(SoftBitmap& target, std::string_view utf8, Rect& rect, uint32_t format, const TextStyle& style)
+int32_t DrawTextOn(SoftBitmap& target, std::string_view utf8, Rect& rect, uint32_t format, const TextStyle& style,
+    Point& position)
 {
     std::string text = Utf8ToCodePage1252(utf8);
     if (text.empty())
@@ -282,7 +286,7 @@ int32_t DrawTextOn(SoftBitmap& target, std::string_view utf8, Rect& rect, uint32
             DrawLine(target, *face, line, static_cast<int32_t>(x), static_cast<int32_t>(y), clip, style);
             if (line.prefixOffset != -1 && line.prefixOffset < static_cast<int>(line.text.size()))
                 DrawUnderscore(target, *face, line, static_cast<int32_t>(x), static_cast<int32_t>(y),
-                    (format & kNoClip) ? nullptr : &rect, style.textColor);
+                    (format & kNoClip) ? nullptr : &rect, style.textColor, position);
         } else {
             widest = std::max(widest, line.width);
         }

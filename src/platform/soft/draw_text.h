@@ -28,7 +28,9 @@ struct TextStyle {
     bool opaque = true; // OPAQUE background mode fills each line's cell with the background colour
 };
 
-// DrawTextA with the dt:: flags; returns the text height as DrawText does.
-int32_t DrawTextOn(SoftBitmap& target, std::string_view text, Rect& rect, uint32_t format, const TextStyle& style);
+// DrawTextA with the dt:: flags; returns the text height as DrawText does. The access-key
+// underscore is a MoveToEx/LineTo on the context, so drawing one leaves `position` at its end.
+int32_t DrawTextOn(SoftBitmap& target, std::string_view text, Rect& rect, uint32_t format, const TextStyle& style,
+    Point& position);
 
 } // namespace vex::platform::soft

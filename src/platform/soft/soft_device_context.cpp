@@ -251,7 +251,7 @@ void SoftDeviceContext::DrawIconEx(int32_t x, int32_t y, const Icon& icon, int32
 int32_t SoftDeviceContext::DrawText(std::string_view text, Rect& rect, uint32_t format)
 {
     TextStyle style { font_, textColor_, bkColor_, bkMode_ == kBkOpaque };
-    return DrawTextOn(*target_, text, rect, format, style);
+    return DrawTextOn(*target_, text, rect, format, style, position_);
 }
 
 // ---- Reading back -----------------------------------------------------------------------------
