@@ -144,6 +144,21 @@ VEX_DRAWING_CASES(text_cases)
         }
     } });
 
+    // Access keys: '&' underlines the next character ("&&" is a literal '&'), in single lines,
+    // centred text and word-broken text, and a mark at the very end.
+    cases.push_back({ "text_access_keys", 220, 100, [](DeviceContext& dc, Facts& facts) {
+        Ground(dc, 220, 100);
+        dc.SetBkMode(platform::kBkTransparent);
+        dc.SetTextColor(Rgb(0, 0, 0));
+        Caption(dc, facts, "&File", { 4, 4, 100, 20 }, dt::SingleLine);
+        Caption(dc, facts, "Save && E&xit", { 104, 4, 216, 20 }, dt::SingleLine | dt::Center);
+        Caption(dc, facts, "Trailing &", { 4, 24, 100, 40 }, dt::SingleLine | dt::Right);
+        Caption(dc, facts, "Open the &recent file list now", { 104, 24, 160, 96 }, dt::WordBreak);
+        Caption(dc, facts, "x & y", { 4, 44, 100, 60 }, dt::SingleLine);
+        platform::Point after = dc.MoveToEx(0, 0);
+        facts.Add("position after underscore " + std::to_string(after.x) + "," + std::to_string(after.y));
+    } });
+
     // Opaque background mode fills each line's cell with the background colour (white).
     cases.push_back({ "text_opaque_and_colours", 200, 60, [](DeviceContext& dc, Facts& facts) {
         dc.FillRect({ 0, 0, 200, 60 }, Brush::Solid(Rgb(0, 90, 0)));
