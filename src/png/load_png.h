@@ -71,7 +71,7 @@ public:
     const std::string& zText() const { return chunks_.compressedText; }
     const std::string& ModiTime() const { return chunks_.modificationTime; }
     double gama() const { return chunks_.gamma / 100000.0; }
-    // Bits per pixel of the bitmap built (8, 24, 32, or 1/4 for packed palettes); 0 if none.
+    // Bits per pixel of the bitmap built (1, 4, 8, 24 or 32); 0 until a bitmap is built.
     int32_t OutputBitsPerPixel() const { return outputBits_; }
 
     // ---- Output settings (before OpenPNG) ----
