@@ -203,12 +203,16 @@ void Halftone(SoftBitmap& target, Span dstX, Span dstY, const SoftBitmap& source
             across(y1, lower);
             lowerRow = y1;
         }
-        Pixel* out = target.row(static_cast<int32_t>(dstY.low) + j) + dstX.low;
-        for (int32_t i = 0; i < dstWidth; ++i) {
-            const uint8_t* a = &upper[static_cast<size_t>(i) * 3];
-            const uint8_t* b = &lower[static_cast<size_t>(i) * 3];
-            out[i] = Pixel { LinearInterpolate(a[0], b[0], dy) } | Pixel { LinearInterpolate(a[1], b[1], dy) } << 8
-                | Pixel { LinearInterpolate(a[2], b[2], dy) } << 16;
+        int64_t row = dstY.low + j;
+        if (row >= 0 && row < target.height()) {
+            Pixel* out = target.row(static_cast<int32_t>(row));
+            int64_t first = std::max<int64_t>(0, -dstX.low), last = std::min<int64_t>(dstWidth, target.width() - dstX.low);
+            for (int64_t i = first; i < last; ++i) {
+                const uint8_t* a = &upper[static_cast<size_t>(i) * 3];
+                const uint8_t* b = &lower[static_cast<size_t>(i) * 3];
+                out[dstX.low + i] = Pixel { LinearInterpolate(a[0], b[0], dy) } | Pixel { LinearInterpolate(a[1], b[1], dy) } << 8
+                    | Pixel { LinearInterpolate(a[2], b[2], dy) } << 16;
+            }
         }
         floatY += incY;
     }
@@ -238,6 +242,12 @@ void HalftoneStretch(SoftBitmap& target, int32_t x, int32_t y, int32_t width, in
     dstVisX = Intersect(dstVisX, mapped(srcVisX, sourceX, originalSourceWidth, x, width));
     dstVisY = Intersect(dstVisY, mapped(srcVisY, sourceY, originalSourceHeight, y, height));
     if (dstVisX.empty() || dstVisY.empty())
+        return;
+    // And the visible destination maps back to the part of the source it shows (one pixel of
+    // slack again): a destination cut by the target's edge interpolates over that part only.
+    srcVisX = Intersect(srcVisX, mapped(dstVisX, x, width, sourceX, originalSourceWidth));
+    srcVisY = Intersect(srcVisY, mapped(dstVisY, y, height, sourceY, originalSourceHeight));
+    if (srcVisX.empty() || srcVisY.empty())
         return;
     // FIXME: a mirrored source that sticks out of its bitmap also shifts the destination in
     // GDI; that case is not reproduced.

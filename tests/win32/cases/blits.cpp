@@ -84,6 +84,27 @@ VEX_DRAWING_CASES(blit_cases)
         dc.TransparentBlt(115, 55, 24, 18, *source.dc, 0, 0, 24, 18, kKey);  // clipped by the surface
     } });
 
+    // Negative sizes (mirroring), WHITEONBLACK shrinking, one-pixel destinations, a stretch from
+    // a context onto itself, and halftone mirrored and cut by the surface edge.
+    cases.push_back({ "blit_stretch_mirrored_and_modes", 170, 90, [](DeviceContext& dc, Facts&) {
+        Ground(dc, 170, 90);
+        Source source = MakeDrawnSource(dc, 24, 18);
+        dc.StretchBlt(2 + 23, 2, -24, 18, *source.dc, 0, 0, 24, 18);         // mirrored in x
+        dc.StretchBlt(30, 2 + 17, 24, -18, *source.dc, 0, 0, 24, 18);        // mirrored in y
+        dc.StretchBlt(58, 2, 30, 22, *source.dc, 23, 17, -24, -18);          // source reversed
+        dc.StretchBlt(92, 2, 1, 18, *source.dc, 0, 0, 24, 18);               // one column
+        dc.StretchBlt(96, 2, 24, 1, *source.dc, 0, 0, 24, 18);               // one row
+        dc.SetStretchBltMode(2);                                             // WHITEONBLACK
+        dc.StretchBlt(124, 2, 11, 7, *source.dc, 0, 0, 24, 18);
+        dc.SetStretchBltMode(platform::kStretchColorOnColor);
+        dc.StretchBlt(140, 2, 9, 13, *source.dc, 0, 0, 24, 18);
+        dc.StretchBlt(2, 30, 40, 30, dc, 2, 2, 24, 18);                      // onto itself
+        dc.SetStretchBltMode(platform::kStretchHalftone);
+        dc.StretchBlt(46 + 39, 30, -40, 30, *source.dc, 0, 0, 24, 18);       // halftone mirrored
+        dc.StretchBlt(130, 60, 60, 45, *source.dc, 0, 0, 24, 18);            // halftone cut by the edge
+        dc.StretchBlt(90, 64, 30, 20, *source.dc, 4, 3, 12, 9);              // halftone of a part
+    } });
+
     // Source rectangles that reach past the source bitmap, stretched and keyed.
     cases.push_back({ "blit_source_outside_bitmap", 150, 60, [](DeviceContext& dc, Facts&) {
         Ground(dc, 150, 60);
