@@ -82,6 +82,17 @@ VEX_DRAWING_CASES(blit_cases)
         dc.TransparentBlt(20, 42, 24, 18, *source.dc, 0, 0, 24, 18, Rgb(40, 60, 200)); // key = background
         dc.TransparentBlt(50, 42, 24, 18, *source.dc, 0, 0, 24, 18, Rgb(1, 2, 3));     // key absent
         dc.TransparentBlt(115, 55, 24, 18, *source.dc, 0, 0, 24, 18, kKey);  // clipped by the surface
+        dc.TransparentBlt(-5, 62, 17, 13, *source.dc, 0, 0, 24, 18, kKey);   // shrunk and clipped
+        dc.TransparentBlt(90, 40, 41, 33, *source.dc, 0, 0, 24, 18, kKey);   // grown and clipped
+    } });
+
+    // Destinations far larger than the surface: only the visible part is drawn, as a
+    // stretched background on a large panel is.
+    cases.push_back({ "blit_huge_destination", 40, 30, [](DeviceContext& dc, Facts&) {
+        Ground(dc, 40, 30);
+        Source source = MakeDrawnSource(dc, 24, 18);
+        dc.StretchBlt(-5000, -4000, 12000, 9000, *source.dc, 0, 0, 24, 18);
+        dc.TransparentBlt(-3000, 10, 8000, 2000, *source.dc, 0, 0, 24, 18, kKey);
     } });
 
     // Negative sizes (mirroring), WHITEONBLACK shrinking, one-pixel destinations, a stretch from

@@ -82,6 +82,22 @@ VEX_DRAWING_CASES(rectangle_cases)
         dc.FrameRect({ 5, 5, 20, 5 }, Brush::Hollow());
     } });
 
+    // Coordinates far outside the surface, as a tiled or stretched picture on a large panel
+    // produces them: everything is clipped, nothing wraps.
+    cases.push_back({ "rect_far_coordinates", 40, 30, [=](DeviceContext& dc, Facts&) {
+        ground(dc, 40, 30);
+        dc.FillRect({ -1000000, 3, 1000000, 6 }, Brush::Solid(Rgb(255, 0, 0)));
+        dc.FrameRect({ -70000, -70000, 70000 + 20, 70000 + 15 }, Brush::Solid(Rgb(0, 255, 0)));
+        dc.FrameRect({ 5, -50000, 25, 20 }, Brush::Solid(Rgb(0, 255, 255)));
+        dc.SelectPen(Pen::Solid(Rgb(255, 255, 0)));
+        dc.SelectBrush(Brush::Solid(Rgb(0, 0, 255)));
+        dc.Rectangle(30, 10, 100000, 100000);
+        dc.MoveToEx(-100000, 8);
+        dc.LineTo(100000, 28);
+        dc.MoveToEx(20, -90000);
+        dc.LineTo(22, 90000);
+    } });
+
     cases.push_back({ "rect_fill_edges_and_hollow", 40, 30, [=](DeviceContext& dc, Facts&) {
         ground(dc, 40, 30);
         dc.FillRect({ -5, -5, 10, 8 }, Brush::Solid(Rgb(255, 0, 0)));
