@@ -1,5 +1,6 @@
 // Runs the drawing battery on this build's backend and writes every case's pixels and facts:
-//     drawing-battery OUTPUT [NAME-SUBSTRING]
+//     drawing-battery [--window] OUTPUT [NAME-SUBSTRING]
+// --window (Windows only) draws each case on a window's DC instead of a memory DC.
 // The Windows build draws through GDI; the comparer runs the native side in-process.
 
 #include <cstdio>
@@ -21,8 +22,19 @@ static std::unique_ptr<vex::platform::DeviceContext> kMakeSurface(int32_t width,
 
 int main(int argc, char** argv)
 {
+    vex::drawtest::SurfaceFactory makeSurface = kMakeSurface;
+    if (argc > 1 && std::string(argv[1]) == "--window") {
+#ifdef _WIN32
+        makeSurface = vex::platform::win32::CreateWindowSurface;
+        ++argv;
+        --argc;
+#else
+        std::fprintf(stderr, "drawing-battery: --window is for the Windows build\n");
+        return 2;
+#endif
+    }
     if (argc < 2) {
-        std::fprintf(stderr, "usage: drawing-battery OUTPUT [NAME-SUBSTRING]\n");
+        std::fprintf(stderr, "usage: drawing-battery [--window] OUTPUT [NAME-SUBSTRING]\n");
         return 2;
     }
     std::string filter = argc > 2 ? argv[2] : "";
@@ -30,7 +42,7 @@ int main(int argc, char** argv)
     for (const auto& drawingCase : vex::drawtest::Battery()) {
         if (drawingCase.name.find(filter) == std::string::npos)
             continue;
-        results.push_back(vex::drawtest::RunCase(drawingCase, kMakeSurface));
+        results.push_back(vex::drawtest::RunCase(drawingCase, makeSurface));
     }
     if (!vex::drawtest::WriteResults(argv[1], results)) {
         std::fprintf(stderr, "drawing-battery: cannot write %s\n", argv[1]);

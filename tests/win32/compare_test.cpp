@@ -118,5 +118,24 @@ TEST(GdiBatteryFile, HoldsExactlyTheBattery)
     EXPECT_EQ(inFile, CaseNames());
 }
 
+// GdiContext over a window's DC (what a container gives the control) draws every case as it
+// does over a memory DC with a DIB section.
+TEST(GdiBatteryFile, WindowSurfacesDrawAsMemorySurfaces)
+{
+    std::string error;
+    const auto& memory = GdiResults(error);
+    ASSERT_TRUE(error.empty()) << error;
+    const auto window = ReadResults(VEX_GDI_WINDOW_BATTERY_FILE, error);
+    ASSERT_TRUE(error.empty()) << error;
+    ASSERT_EQ(window.size(), memory.size());
+    for (const auto& [name, onMemory] : memory) {
+        auto found = window.find(name);
+        ASSERT_NE(found, window.end()) << name;
+        const CaseResult& onWindow = found->second;
+        EXPECT_EQ(onWindow.facts, onMemory.facts) << name;
+        EXPECT_TRUE(onWindow.pixels.bits() == onMemory.pixels.bits()) << name << ": the window's pixels differ";
+    }
+}
+
 } // namespace
 } // namespace vex::drawtest

@@ -114,6 +114,31 @@ std::unique_ptr<GdiContext> GdiContext::BorrowWindowDC(HDC dc, Size clientSize)
     return std::unique_ptr<GdiContext>(new GdiContext(dc, false, clientSize));
 }
 
+std::unique_ptr<GdiContext> GdiContext::AdoptWindow(HWND window, Size clientSize)
+{
+    auto context = std::unique_ptr<GdiContext>(new GdiContext(GetDC(window), false, clientSize));
+    context->window_ = window;
+    return context;
+}
+
+std::unique_ptr<DeviceContext> CreateWindowSurface(int32_t width, int32_t height)
+{
+    static const ATOM windowClass = [] {
+        WNDCLASSA description {};
+        description.lpfnWndProc = DefWindowProcA;
+        description.hInstance = GetModuleHandleA(nullptr);
+        description.lpszClassName = "VexPanelSurface";
+        return RegisterClassA(&description); // no background brush: nothing erases our pixels
+    }();
+    HWND window = CreateWindowExA(0, MAKEINTATOM(windowClass), "", WS_POPUP | WS_VISIBLE, 0, 0, width, height,
+        nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
+    RECT client {};
+    GetClientRect(window, &client);
+    auto context = GdiContext::AdoptWindow(window, Size { client.right, client.bottom });
+    context->FillRect({ 0, 0, client.right, client.bottom }, Brush::Solid(0));
+    return context;
+}
+
 GdiContext::GdiContext(HDC dc, bool owned, Size clientSize)
     : dc_(dc)
     , owned_(owned)
@@ -143,6 +168,10 @@ GdiContext::~GdiContext()
         SelectObject(dc_, stockBitmap_);
         selected_.reset();
         DeleteDC(dc_);
+    }
+    if (window_) {
+        ReleaseDC(window_, dc_);
+        DestroyWindow(window_);
     }
 }
 

@@ -18,6 +18,8 @@ public:
     // borrowed and its client size given by the caller.
     static std::unique_ptr<GdiContext> OwnMemoryDC(HDC dc);
     static std::unique_ptr<GdiContext> BorrowWindowDC(HDC dc, Size clientSize);
+    // Takes a window of ours: its DC is released and the window destroyed with the context.
+    static std::unique_ptr<GdiContext> AdoptWindow(HWND window, Size clientSize);
     ~GdiContext() override;
     GdiContext(const GdiContext&) = delete;
     GdiContext& operator=(const GdiContext&) = delete;
@@ -65,6 +67,7 @@ private:
 
     HDC dc_;
     bool owned_;
+    HWND window_ = nullptr; // an adopted window
     Size clientSize_; // window DCs only
     BitmapRef selected_;
     HGDIOBJ stockBitmap_ = nullptr;
