@@ -30,4 +30,9 @@ Source MakeSource(DeviceContext& target, const Dib& dib);
 // show orientation and edges.
 Source MakeDrawnSource(DeviceContext& target, int32_t width, int32_t height);
 
+// A size x size icon: a chequered disc inside a white ring, the rest kept by the mask; no alpha.
+platform::Icon MakeIcon(int32_t size);
+// A size x size icon whose straight colours carry alpha rising from left to right.
+platform::Icon MakeAlphaIcon(int32_t size);
+
 } // namespace vex::drawtest

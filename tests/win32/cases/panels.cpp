@@ -151,6 +151,19 @@ VEX_DRAWING_CASES(panel_cases)
         AddPanel(cases, "3d_style_" + std::to_string(style), props);
     }
 
+    // Icon pictures: drawn onto the back colour, then keyed out in it; one with a mask, one
+    // with alpha; as the foreground on each appearance and as a tiled background.
+    for (int16_t appearance = 0; appearance <= 2; ++appearance) {
+        PanelProperties props;
+        props.Appearance = appearance;
+        props.CustomGradientStyle = 1;
+        props.Picture = platform::Picture::FromIcon(appearance == 1 ? MakeAlphaIcon(16) : MakeIcon(16));
+        props.PictureAlignment = static_cast<int16_t>(appearance * 3 + 1);
+        props.PictureBackground = platform::Picture::FromIcon(MakeIcon(16));
+        props.PictureBackgroundStyle = static_cast<int16_t>(2 - appearance % 2);
+        AddPanel(cases, "icons_appearance_" + std::to_string(appearance), props);
+    }
+
     // Custom appearance: every gradient direction, and the texture with a wide frame.
     for (int16_t direction = 0; direction <= 7; ++direction) {
         PanelProperties props;

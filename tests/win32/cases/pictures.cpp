@@ -12,53 +12,6 @@ void Ground(DeviceContext& dc, int32_t width, int32_t height)
     dc.FillRect({ 0, 0, width, height }, Brush::Solid(Rgb(90, 90, 90)));
 }
 
-// A 16x16 icon: a coloured disc-ish shape with a transparent surround and an inverted ring
-// where the mask keeps the destination and the colour is not black (screen XOR).
-platform::Icon MakeIcon(int32_t size)
-{
-    platform::Icon icon { Dib(size, size, 32, true), Dib(size, size, 1, true) };
-    icon.mask.palette() = { { 0, 0, 0, 0 }, { 255, 255, 255, 0 } };
-    for (int32_t y = 0; y < size; ++y) {
-        uint8_t* color = icon.color.row(y);
-        uint8_t* mask = icon.mask.row(y);
-        for (int32_t x = 0; x < size; ++x) {
-            int32_t dx = 2 * x - size + 1;
-            int32_t dy = 2 * y - size + 1;
-            int32_t distance = dx * dx + dy * dy;
-            bool inside = distance < (size - 4) * (size - 4);
-            bool ring = !inside && distance < size * size;
-            if (!inside)
-                mask[x / 8] |= static_cast<uint8_t>(0x80 >> (x % 8)); // keep the destination
-            ColorRef c = inside ? Hue((x / 3 + y / 3) % 6) : ring ? Rgb(255, 255, 255) : Rgb(0, 0, 0);
-            color[x * 4 + 0] = static_cast<uint8_t>(BlueOf(c));
-            color[x * 4 + 1] = static_cast<uint8_t>(GreenOf(c));
-            color[x * 4 + 2] = static_cast<uint8_t>(RedOf(c));
-            color[x * 4 + 3] = 0; // no alpha: the mask decides
-        }
-    }
-    return icon;
-}
-
-// A 32-bit icon whose colour image carries alpha (as icons loaded from 32-bit .ico files do),
-// with an all-zero mask: the alpha decides how much of the destination shows.
-platform::Icon MakeAlphaIcon(int32_t size)
-{
-    platform::Icon icon { Dib(size, size, 32, true), Dib(size, size, 1, true) };
-    icon.mask.palette() = { { 0, 0, 0, 0 }, { 255, 255, 255, 0 } };
-    for (int32_t y = 0; y < size; ++y) {
-        uint8_t* color = icon.color.row(y);
-        for (int32_t x = 0; x < size; ++x) {
-            uint8_t alpha = static_cast<uint8_t>(x * 255 / (size - 1));
-            // Straight (not premultiplied) colour, as .ico files hold it.
-            color[x * 4 + 0] = static_cast<uint8_t>(alpha * (y % 4 == 0 ? 255 : 40) / 255);
-            color[x * 4 + 1] = static_cast<uint8_t>(alpha * 200 / 255);
-            color[x * 4 + 2] = static_cast<uint8_t>(alpha * (y * 255 / (size - 1)) / 255);
-            color[x * 4 + 3] = alpha;
-        }
-    }
-    return icon;
-}
-
 } // namespace
 
 VEX_DRAWING_CASES(picture_cases)
