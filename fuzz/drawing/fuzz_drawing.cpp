@@ -41,10 +41,6 @@ Icon MakeIcon(FuzzedDataProvider& data)
 
 } // namespace
 
-// fontconfig loses track of a few hundred bytes while parsing its configuration once per
-// process; that is not ours to find.
-extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig.so\n"; }
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size)
 {
     FuzzedDataProvider data(bytes, size);
