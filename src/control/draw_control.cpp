@@ -18,6 +18,11 @@ void VexPanel::DrawControl(bool OptionCLS)
     paint_.SysColors = render::PrepareSysColors(surface_.Dc());
     surface_.SetBackColor(surface_.BackColor());
     surface_.SetForeColor(props_.ForeColor);
+    // Captions are drawn over the layers below them, and the square gradients leave only their
+    // outlines: the surface draws text transparently and fills with a hollow brush, whatever the
+    // host's device context started with.
+    surface_.Dc().SetBkMode(platform::kBkTransparent);
+    surface_.Dc().SelectBrush(platform::Brush::Hollow());
     // At design time the window stays enabled whatever Enabled says.
     surface_.SetWindowEnabled(host_.UserMode() ? props_.Enabled : true);
 

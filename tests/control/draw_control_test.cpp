@@ -38,6 +38,16 @@ TEST_F(PanelTest, PaintStateIsFilledFromTheSurface)
     EXPECT_EQ(surface.ForeColor(), panel.ForeColor());
 }
 
+TEST_F(PanelTest, EveryPaintDrawsTextTransparentlyAndFillsNothingWithRectangles)
+{
+    // A host's device context may start opaque with a solid brush, or a host call may change it.
+    dc().SetBkMode(platform::kBkOpaque);
+    dc().SelectBrush(platform::Brush::Solid(0x0000FF));
+    panel.DrawControl(false);
+    EXPECT_EQ(dc().SetBkMode(platform::kBkOpaque), platform::kBkTransparent);
+    EXPECT_EQ(dc().SelectBrush(platform::Brush::Solid(0x0000FF)), platform::Brush::Hollow());
+}
+
 TEST_F(PanelTest, WindowIsEnabledFromEnabledAtRunTimeAndAlwaysAtDesignTime)
 {
     panel.setEnabled(false);
