@@ -35,35 +35,7 @@ void VexPanel::DrawControl(bool OptionCLS)
     if (paint_.CaptureBackground == 1)
         render::DrawCapturedBackground(context);
 
-    switch (props_.Appearance) {
-    case static_cast<int16_t>(TypeAppearance::Windows):
-        render::DrawWindowsAppearance(context);
-        render::DrawBackgroundPicture(context);
-        render::DrawPicture(context);
-        render::DrawCaption(context);
-        return;
-    case static_cast<int16_t>(TypeAppearance::Window3D):
-        render::DrawBackgroundPicture(context);
-        render::Draw3DBorder(context);
-        render::DrawPicture3D(context);
-        render::DrawCaption3D(context);
-        return;
-    case static_cast<int16_t>(TypeAppearance::Custom):
-        break;
-    default:
-        return; // no painter matches: the surface keeps what the steps above left
-    }
-
-    if (props_.CustomGradientStyle != static_cast<int16_t>(TypeCustomGradientStyle::UseTexture)) {
-        render::DrawCustomGradient(context);
-    } else {
-        // A transparent panel that is capturing shows the captured background, not the texture.
-        if (paint_.CaptureBackground == 0 || props_.BackStyle == static_cast<int16_t>(TypeBackStyle::Opaque))
-            render::DrawCustomTexture(context);
-        render::DrawCustomFrame(context);
-    }
-    render::DrawCustomPicture(context);
-    render::DrawCaption(context);
+    render::PaintLayers(context);
 }
 
 bool VexPanel::BackgroundCoversClient()

@@ -30,4 +30,8 @@ void DrawCustomFrame(PaintContext& context);    // the flat border rings
 void DrawCustomPicture(PaintContext& context);
 void AnimatePicture(PaintContext& context);     // one tick of the frame animation
 
+// The layers of one paint after the captured background, in the fixed order of the current
+// appearance (listed above); an Appearance outside 0..2 paints nothing.
+void PaintLayers(PaintContext& context);
+
 } // namespace vex::render

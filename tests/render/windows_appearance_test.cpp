@@ -181,8 +181,9 @@ TEST(WindowsBorders, LeftInnerColumnsStartBelowTheTopStyle)
         EXPECT_EQ(panel.Pixel(0, 9), ShiftColour(B, -40, false)) << topStyle;
         EXPECT_EQ(panel.Pixel(1, 9), ShiftColour(B, -25, false)) << topStyle; // no bottom border: to H
         EXPECT_EQ(panel.Pixel(2, firstRow), ShiftColour(B, -20, false)) << topStyle;
-        if (firstRow > 0 && topStyle != 3)
+        if (firstRow > 0 && topStyle != 3) {
             EXPECT_NE(panel.Pixel(2, firstRow - 1), ShiftColour(B, -20, false)) << topStyle;
+        }
     }
 }
 

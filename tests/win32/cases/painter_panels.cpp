@@ -56,33 +56,7 @@ void PaintPanel(DeviceContext& dc, const PanelProperties& props, uint8_t capture
     render::PaintContext context { props, state, memory, services };
     if (capture)
         render::DrawCapturedBackground(context);
-    switch (props.Appearance) {
-    case 0:
-        render::DrawWindowsAppearance(context);
-        render::DrawBackgroundPicture(context);
-        render::DrawPicture(context);
-        render::DrawCaption(context);
-        break;
-    case 1:
-        render::DrawBackgroundPicture(context);
-        render::Draw3DBorder(context);
-        render::DrawPicture3D(context);
-        render::DrawCaption3D(context);
-        break;
-    case 2:
-        if (props.CustomGradientStyle != 0) {
-            render::DrawCustomGradient(context);
-        } else {
-            if (capture == 0 || props.BackStyle == 1)
-                render::DrawCustomTexture(context);
-            render::DrawCustomFrame(context);
-        }
-        render::DrawCustomPicture(context);
-        render::DrawCaption(context);
-        break;
-    default:
-        break;
-    }
+    render::PaintLayers(context);
 }
 
 platform::PictureRef PatternPicture(int32_t width, int32_t height, ColorRef key = Rgb(255, 0, 255))

@@ -50,32 +50,7 @@ void PaintPanel(DeviceContext& dc, const PanelProperties& props)
     state.ClientWidth = size.width;
     state.ClientHeight = size.height;
     render::PaintContext context { props, state, memory, services };
-    switch (props.Appearance) {
-    case 0:
-        render::DrawWindowsAppearance(context);
-        render::DrawBackgroundPicture(context);
-        render::DrawPicture(context);
-        render::DrawCaption(context);
-        break;
-    case 1:
-        render::DrawBackgroundPicture(context);
-        render::Draw3DBorder(context);
-        render::DrawPicture3D(context);
-        render::DrawCaption3D(context);
-        break;
-    case 2:
-        if (props.CustomGradientStyle != 0) {
-            render::DrawCustomGradient(context);
-        } else {
-            render::DrawCustomTexture(context);
-            render::DrawCustomFrame(context);
-        }
-        render::DrawCustomPicture(context);
-        render::DrawCaption(context);
-        break;
-    default:
-        break;
-    }
+    render::PaintLayers(context);
 }
 
 platform::PictureRef Backdrop()
