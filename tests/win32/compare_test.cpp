@@ -119,7 +119,9 @@ TEST(GdiBatteryFile, HoldsExactlyTheBattery)
 }
 
 // GdiContext over a window's DC (what a container gives the control) draws every case as it
-// does over a memory DC with a DIB section.
+// does over a memory DC with a DIB section, except the cases about the fourth byte of 32-bit
+// pixels: onto a window (or a bitmap compatible with it) TransparentBlt keys on the colour
+// alone, so those must come out differently there.
 TEST(GdiBatteryFile, WindowSurfacesDrawAsMemorySurfaces)
 {
     std::string error;
@@ -133,7 +135,10 @@ TEST(GdiBatteryFile, WindowSurfacesDrawAsMemorySurfaces)
         ASSERT_NE(found, window.end()) << name;
         const CaseResult& onWindow = found->second;
         EXPECT_EQ(onWindow.facts, onMemory.facts) << name;
-        EXPECT_TRUE(onWindow.pixels.bits() == onMemory.pixels.bits()) << name << ": the window's pixels differ";
+        if (name.starts_with("alpha_byte_"))
+            EXPECT_FALSE(onWindow.pixels.bits() == onMemory.pixels.bits()) << name << ": the window keyed the fourth byte too";
+        else
+            EXPECT_TRUE(onWindow.pixels.bits() == onMemory.pixels.bits()) << name << ": the window's pixels differ";
     }
 }
 

@@ -38,9 +38,8 @@ void ConvertRow(const Dib& dib, const uint8_t* in, Pixel* out, const std::array<
         for (int32_t x = 0; x < width; ++x, in += 3)
             out[x] = (uint32_t { in[2] } << 16) | (uint32_t { in[1] } << 8) | in[0];
         break;
-    default: // 32: B, G, R, A; the alpha byte is not part of a device pixel
-        for (int32_t x = 0; x < width; ++x, in += 4)
-            out[x] = (uint32_t { in[2] } << 16) | (uint32_t { in[1] } << 8) | in[0];
+    default: // 32: B, G, R, A, the fourth byte kept as a compatible bitmap keeps it
+        std::memcpy(out, in, static_cast<size_t>(width) * sizeof(Pixel));
         break;
     }
 }
@@ -64,8 +63,12 @@ std::shared_ptr<SoftBitmap> BitmapFromDib(const Dib& dib)
 Dib DibFromBitmap(const SoftBitmap& bitmap)
 {
     Dib dib(bitmap.width(), bitmap.height(), 32, true);
-    for (int32_t y = 0; y < bitmap.height(); ++y)
-        std::memcpy(dib.row(y), bitmap.row(y), static_cast<size_t>(bitmap.width()) * sizeof(Pixel));
+    for (int32_t y = 0; y < bitmap.height(); ++y) {
+        uint8_t* out = dib.row(y);
+        std::memcpy(out, bitmap.row(y), static_cast<size_t>(bitmap.width()) * sizeof(Pixel));
+        for (int32_t x = 0; x < bitmap.width(); ++x)
+            out[4 * x + 3] = 0; // a device's pixels read back without the fourth byte
+    }
     return dib;
 }
 

@@ -43,7 +43,9 @@ void StretchRect(SoftBitmap& target, int32_t x, int32_t y, int32_t width, int32_
 
 // TransparentBlt: the source stretched to the destination size (as a fresh work bitmap does it:
 // shrinking ANDs the dropped pixels, areas without source stay black), then every pixel but
-// the key colour copied. Negative sizes draw nothing.
+// the key copied. The key is compared with whole pixels, fourth byte included (as GDI does onto
+// a 32-bit memory surface), and every pixel of the rectangle is left with a zero fourth byte.
+// Negative sizes draw nothing.
 void TransparentRect(SoftBitmap& target, int32_t x, int32_t y, int32_t width, int32_t height,
     const SoftBitmap& source, int32_t sourceX, int32_t sourceY, int32_t sourceWidth, int32_t sourceHeight, Pixel key);
 

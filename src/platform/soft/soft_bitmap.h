@@ -1,8 +1,13 @@
 #pragma once
 // The software layer's bitmap: 32 bits per pixel, top-down rows without padding.
 //
-//   pixel: 0x00RRGGBB as a uint32_t, which in memory is B, G, R, 0 — the byte order of a 32-bit
-//   DIB row, so a Snapshot is one copy. ColorRef (0x00BBGGRR) is converted at the API edge.
+//   pixel: 0xAARRGGBB as a uint32_t, which in memory is B, G, R, A — the byte order of a 32-bit
+//   DIB row. ColorRef (0x00BBGGRR) is converted at the API edge.
+//
+//   The fourth byte is not a colour: fills, lines and text write 0 there and a snapshot reads it
+//   as 0. But GDI keeps it in 32-bit bitmaps, copies it with every blit, and TransparentBlt
+//   compares whole pixels with its key, so a key-coloured pixel with a non-zero fourth byte is
+//   drawn. The software bitmap keeps it for that reason.
 
 #include <cstdint>
 #include <vector>

@@ -5,12 +5,13 @@
 // Shrinking, a run of source pixels falls on one destination pixel and the stretch mode decides:
 // COLORONCOLOR keeps the *last* pixel of a run across a row but the *first* row of a run of
 // rows; BLACKONWHITE ANDs all of them, WHITEONBLACK ORs them. When both axes grow the mode does
-// not matter.
+// not matter. The fourth byte of a 32-bit pixel goes along: copied, picked, ANDed or ORed.
 //
 // HALFTONE at a different size interpolates bilinearly in single precision over the visible
 // parts of both rectangles, stepping the source position by (visible source / visible
 // destination) from one pixel to the next, each channel rounded after each of the two linear
-// steps — the arithmetic of the GDI we compare against under Wine. At equal size it is a copy.
+// steps — the arithmetic of the GDI we compare against under Wine; it writes 0 in the fourth
+// byte. At equal size it is a copy, fourth byte included.
 
 #include <algorithm>
 #include <vector>
@@ -126,7 +127,7 @@ void NearestStretch(SoftBitmap& target, int32_t x, int32_t y, int32_t width, int
                 if (r == row.srcLast)
                     break;
             }
-            out[column.dst] = value & 0x00FFFFFFu;
+            out[column.dst] = value; // the fourth bytes are combined like the colours
         }
     }
 }
@@ -309,10 +310,12 @@ void TransparentRect(SoftBitmap& target, int32_t x, int32_t y, int32_t width, in
     for (int64_t ty = top; ty < bottom; ++ty) {
         const Pixel* in = work.row(static_cast<int32_t>(ty - top));
         Pixel* out = target.row(static_cast<int32_t>(ty));
+        // Whole pixels are compared, so a key colour with a non-zero fourth byte is drawn; the
+        // masking that composes the result leaves 0 in the fourth byte of every pixel of the
+        // rectangle, drawn or seen through.
         for (int64_t tx = left; tx < right; ++tx) {
             Pixel p = in[tx - left];
-            if (p != key)
-                out[tx] = p;
+            out[tx] = (p != key ? p : out[tx]) & 0x00FFFFFFu;
         }
     }
 }

@@ -62,7 +62,8 @@ void PaintPanel(DeviceContext& dc, const PanelProperties& props, uint8_t capture
 platform::PictureRef PatternPicture(int32_t width, int32_t height, ColorRef key = Rgb(255, 0, 255))
 {
     Dib dib = PatternDib(width, height, 32);
-    // Pictures carry no alpha; GDI's TransparentBlt would compare a stray fourth byte too.
+    // No fourth bytes here: TransparentBlt compares them with the key onto a memory surface but
+    // not onto a window, and a panel case must draw alike on both (alpha_bytes.cpp covers them).
     for (int32_t y = 0; y < height; ++y)
         for (int32_t x = 0; x < width; ++x)
             dib.row(y)[4 * x + 3] = 0;
