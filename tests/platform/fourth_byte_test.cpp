@@ -111,5 +111,23 @@ TEST(FourthByte, FillsAndKeyedBlitsClearIt)
     EXPECT_EQ(Describe(Keyed(*copy, 4, 2)), Describe(PixelSet { { 1, 0 }, { 1, 1 } }));
 }
 
+// An icon with alpha blends the byte like a channel: a clear pixel leaves it, any other sets it.
+TEST(FourthByte, IconBlendSetsItWhereTheIconIsNotClear)
+{
+    auto dc = CreateSurface(4, 1);
+    Icon icon { Dib(3, 1, 32, true), Dib(3, 1, 1, true) };
+    icon.mask.palette() = { { 0, 0, 0, 0 }, { 255, 255, 255, 0 } };
+    const uint8_t alphas[3] = { 0, 1, 200 };
+    for (int32_t x = 0; x < 3; ++x) {
+        uint8_t* p = icon.color.row(0) + 4 * x;
+        p[0] = 255, p[1] = 0, p[2] = 255, p[3] = alphas[x];
+    }
+    auto canvas = MemoryWith(*dc, 3, 1, kKey);
+    canvas->DrawIconEx(0, 0, icon, 3, 1, kDrawIconNormal);
+    for (int32_t x = 0; x < 3; ++x)
+        EXPECT_EQ(canvas->GetPixel(x, 0), kKey) << x; // the colours blend back to the key
+    EXPECT_EQ(Describe(Keyed(*canvas, 3, 1)), Describe(PixelSet { { 1, 0 }, { 2, 0 } }));
+}
+
 } // namespace
 } // namespace vex::platform::soft::testing

@@ -105,6 +105,9 @@ void BlendAlpha(SoftBitmap& target, int32_t x, int32_t y, const Icon& icon, int3
                 uint32_t channel = ((s >> shift) & 0xFFu) + (((d >> shift) & 0xFFu) * (255 - a) + 127) / 255;
                 result |= std::min<uint32_t>(channel, 255) << shift;
             }
+            // The fourth byte is blended as a channel whose premultiplied value is the alpha
+            // itself, so a blended pixel keeps a non-zero one wherever the icon is not clear.
+            result |= (a + ((d >> 24) * (255 - a) + 127) / 255) << 24;
             out[tx] = result;
         }
     }

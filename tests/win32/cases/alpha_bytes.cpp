@@ -151,4 +151,33 @@ VEX_DRAWING_CASES(alpha_byte_cases)
     } });
 }
 
+
+// An icon with alpha blended onto a key-coloured bitmap, then keyed: each pixel of the icon is
+// the key colour, with a fourth byte rising from 0 on the left, so every blended pixel comes out
+// key-coloured and only the fourth byte the blend leaves decides what the keyed blit draws.
+VEX_DRAWING_CASES(alpha_byte_icon_cases)
+{
+    cases.push_back({ "alpha_byte_icon_blend", 40, 24, [](DeviceContext& dc, Facts&) {
+        Ground(dc, 40, 24);
+        constexpr int32_t size = 16;
+        platform::Icon icon { Dib(size, size, 32, true), Dib(size, size, 1, true) };
+        icon.mask.palette() = { { 0, 0, 0, 0 }, { 255, 255, 255, 0 } };
+        for (int32_t y = 0; y < size; ++y)
+            for (int32_t x = 0; x < size; ++x) {
+                uint8_t* p = icon.color.row(y) + 4 * x;
+                p[0] = static_cast<uint8_t>(BlueOf(kKey));
+                p[1] = static_cast<uint8_t>(GreenOf(kKey));
+                p[2] = static_cast<uint8_t>(RedOf(kKey));
+                p[3] = static_cast<uint8_t>(x * 17);
+            }
+        Source canvas;
+        canvas.dc = dc.CreateCompatibleDC();
+        canvas.bitmap = dc.CreateCompatibleBitmap(size, size);
+        canvas.dc->SelectBitmap(canvas.bitmap);
+        canvas.dc->FillRect({ 0, 0, size, size }, Brush::Solid(kKey));
+        canvas.dc->DrawIconEx(0, 0, icon, size, size, platform::kDrawIconNormal);
+        dc.TransparentBlt(2, 2, size, size, *canvas.dc, 0, 0, size, size, kKey);
+    } });
+}
+
 } // namespace vex::drawtest
