@@ -178,6 +178,29 @@ VEX_DRAWING_CASES(alpha_byte_icon_cases)
         canvas.dc->DrawIconEx(0, 0, icon, size, size, platform::kDrawIconNormal);
         dc.TransparentBlt(2, 2, size, size, *canvas.dc, 0, 0, size, size, kKey);
     } });
+
+    // Text in the key colour over a copy that carries the bytes, transparent and opaque, plain
+    // and anti-aliased (Tahoma italic): what the glyphs leave in the byte.
+    cases.push_back({ "alpha_byte_text", 120, 24, [](DeviceContext& dc, Facts&) {
+        Ground(dc, 120, 24);
+        Source picture = MakeSource(dc, AlphaKeyDib());
+        int32_t at = 0;
+        for (bool italic : { false, true })
+            for (int bkMode : { platform::kBkTransparent, platform::kBkOpaque }) {
+                Source copy = EmptyCopy(dc);
+                copy.dc->BitBlt(0, 0, kWidth, kHeight, *picture.dc, 0, 0);
+                platform::FontDesc font;
+                font.name = italic ? "Tahoma" : "MS Sans Serif";
+                font.italic = italic;
+                copy.dc->SelectFont(font);
+                copy.dc->SetBkMode(bkMode);
+                copy.dc->SetTextColor(kKey);
+                Rect box { 0, 0, kWidth, kHeight };
+                copy.dc->DrawText("Wq", box, platform::dt::Center | platform::dt::VCenter | platform::dt::SingleLine);
+                KeyWhole(dc, 2 + at * 28, 2, *copy.dc);
+                ++at;
+            }
+    } });
 }
 
 } // namespace vex::drawtest
