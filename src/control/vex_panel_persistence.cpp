@@ -47,6 +47,7 @@ V Colour(OleColor colour) { return static_cast<int32_t>(colour); }
 #define VEX_INT16_KEY(NAME, DEFAULT)                                                                  \
     Key { #NAME, V(int16_t(DEFAULT)), [](P& panel, const V& v) { VEX_FIELD(NAME) = AsInt16(v); },       \
         [](const P& panel) { return V(VEX_FIELD(NAME)); } }
+// A Boolean, persisted against a Boolean default or (for several keys) a 16-bit integer 0.
 #define VEX_BOOL_KEY(NAME, DEFAULT)                                                                   \
     Key { #NAME, V(DEFAULT), [](P& panel, const V& v) { VEX_FIELD(NAME) = AsBoolean(v); },              \
         [](const P& panel) { return V(VEX_FIELD(NAME)); } }
@@ -76,8 +77,7 @@ const std::array<PanelPersistence::Key, kPersistedKeyCount>& PanelPersistence::K
         VEX_INT16_KEY(CaptionAlignment, 7),
         Key { "Font", V(platform::FontDesc()), [](P& panel, const V& v) { panel.surface_.SetFont(AsFont(v)); },
             [](const P& panel) { return V(panel.surface_.Font()); } },
-        Key { "CaptionEfect", V(int16_t(0)), [](P& panel, const V& v) { panel.props_.CaptionEfect = AsBoolean(v); },
-            [](const P& panel) { return V(panel.props_.CaptionEfect); } },
+        VEX_BOOL_KEY(CaptionEfect, int16_t(0)),
         VEX_COLOUR_KEY(CaptionFontIn, 0xFFC0C0),
         VEX_COLOUR_KEY(CaptionFontOut, 0),
         Key { "CaptionFontShadow", V(int16_t(0)), [](P& panel, const V& v) { panel.props_.CaptionFontShadow = AsColour(v); },
@@ -86,21 +86,16 @@ const std::array<PanelPersistence::Key, kPersistedKeyCount>& PanelPersistence::K
         Key { "Picture", V(platform::PictureRef()), [](P& panel, const V& v) { panel.props_.Picture = AsPicture(v); },
             [](const P& panel) { return V(panel.props_.Picture); } },
         VEX_INT16_KEY(PictureAlignment, 0),
-        Key { "PictureAnimEnabled", V(int16_t(0)),
-            [](P& panel, const V& v) { panel.props_.PictureAnimEnabled = AsBoolean(v); },
-            [](const P& panel) { return V(panel.props_.PictureAnimEnabled); } },
+        VEX_BOOL_KEY(PictureAnimEnabled, int16_t(0)),
         VEX_INT16_KEY(PictureAnimDelay, 100),
         VEX_COLOUR_KEY(PictureMaskColor, 0xFF00FF),
-        Key { "PictureUseMask", V(int16_t(0)), [](P& panel, const V& v) { panel.props_.PictureUseMask = AsBoolean(v); },
-            [](const P& panel) { return V(panel.props_.PictureUseMask); } },
+        VEX_BOOL_KEY(PictureUseMask, int16_t(0)),
         VEX_INT16_KEY(PictureFrames, 1),
         Key { "PictureBackground", V(platform::PictureRef()),
             [](P& panel, const V& v) { panel.props_.PictureBackground = AsPicture(v); },
             [](const P& panel) { return V(panel.props_.PictureBackground); } },
         VEX_INT16_KEY(PictureBackgroundStyle, 0),
-        Key { "PictureBackgroundUseMask", V(int16_t(0)),
-            [](P& panel, const V& v) { panel.props_.PictureBackgroundUseMask = AsBoolean(v); },
-            [](const P& panel) { return V(panel.props_.PictureBackgroundUseMask); } },
+        VEX_BOOL_KEY(PictureBackgroundUseMask, int16_t(0)),
         VEX_INT16_KEY(CaptionStyle, 0),
         VEX_INT16_KEY(Panel3DBorderStyle, 0),
         VEX_INT16_KEY(Panel3DBorderWidth, 1),
@@ -124,15 +119,10 @@ const std::array<PanelPersistence::Key, kPersistedKeyCount>& PanelPersistence::K
             [](const P& panel) { return V(panel.surface_.MousePointer()); } },
         Key { "CaptionText", V(std::string()), [](P& panel, const V& v) { panel.props_.CaptionText = AsText(v); },
             [](const P& panel) { return V(panel.props_.CaptionText); } },
-        Key { "Panel3DBorderOption", V(int16_t(0)),
-            [](P& panel, const V& v) { panel.props_.Panel3DBorderOption = AsBoolean(v); },
-            [](const P& panel) { return V(panel.props_.Panel3DBorderOption); } },
+        VEX_BOOL_KEY(Panel3DBorderOption, int16_t(0)),
         VEX_COLOUR_KEY(Panel3DBorderColor, 0xA88562),
-        Key { "OptionPic", V(int16_t(0)), [](P& panel, const V& v) { panel.props_.OptionPic = AsBoolean(v); },
-            [](const P& panel) { return V(panel.props_.OptionPic); } },
-        Key { "OptionPicBackGround", V(int16_t(0)),
-            [](P& panel, const V& v) { panel.props_.OptionPicBackGround = AsBoolean(v); },
-            [](const P& panel) { return V(panel.props_.OptionPicBackGround); } },
+        VEX_BOOL_KEY(OptionPic, int16_t(0)),
+        VEX_BOOL_KEY(OptionPicBackGround, int16_t(0)),
         Key { "BackColor", V(int32_t(0x8000000F)), [](P& panel, const V& v) { panel.surface_.SetBackColor(AsColour(v)); },
             [](const P& panel) { return Colour(panel.surface_.BackColor()); } },
     };
