@@ -14,7 +14,7 @@ set(VEX_WINE_PREFIX ${CMAKE_BINARY_DIR}/wineprefix)
 find_program(VEX_MINGW_CXX x86_64-w64-mingw32-g++)
 find_program(VEX_WINE wine)
 if(NOT VEX_MINGW_CXX OR NOT VEX_WINE)
-  message(FATAL_ERROR "The Windows tests need mingw-w64 and wine64 (run scripts/bootstrap as root), "
+  message(FATAL_ERROR "The Windows tests need mingw-w64 and Wine (run scripts/bootstrap as root), "
     "or configure with -DVEXPANEL_WINDOWS=OFF to build without them.")
 endif()
 
