@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "base/runtime_error.h"
-#include "control/headless_surface.h"
-#include "control/null_device_context.h"
-#include "control/test_host.h"
+#include "headless/headless_surface.h"
+#include "testing/null_device_context.h"
+#include "headless/test_host.h"
 #include "control/vex_panel.h"
 #include "control/vxp_format.h"
 

@@ -4,8 +4,8 @@
 
 #include <memory>
 
-#include "control/headless_surface.h"
-#include "control/test_host.h"
+#include "headless/headless_surface.h"
+#include "headless/test_host.h"
 #include "control/vex_panel.h"
 
 namespace vex::cli {

@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "base/runtime_error.h"
-#include "control/headless_surface.h"
+#include "headless/headless_surface.h"
 #include "control/memory_property_bag.h"
-#include "control/null_device_context.h"
-#include "control/test_host.h"
+#include "testing/null_device_context.h"
+#include "headless/test_host.h"
 #include "control/vex_panel.h"
 
 namespace vex::control::testing {

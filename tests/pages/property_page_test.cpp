@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "base/runtime_error.h"
-#include "control/headless_surface.h"
-#include "control/test_host.h"
+#include "headless/headless_surface.h"
+#include "headless/test_host.h"
 #include "control/vex_panel.h"
 #include "pages/panel_access.h"
 #include "pages/property_page.h"

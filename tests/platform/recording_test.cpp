@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/recording_context.h"
+#include "testing/recording_context.h"
 #include "soft_test_support.h"
 
 namespace vex::platform::soft::testing {

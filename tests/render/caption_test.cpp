@@ -8,7 +8,7 @@
 
 #include "base/numeric.h"
 #include "paint_fixture.h"
-#include "platform/recording_context.h"
+#include "testing/recording_context.h"
 
 namespace vex::render {
 namespace {

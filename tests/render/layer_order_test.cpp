@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "control/headless_surface.h"
+#include "headless/headless_surface.h"
 #include "control/memory_property_bag.h"
-#include "control/test_host.h"
+#include "headless/test_host.h"
 #include "control/vex_panel.h"
 #include "paint_fixture.h"
 

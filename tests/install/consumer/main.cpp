@@ -1,13 +1,14 @@
 #include <cstdio>
 
-#include "base/numeric.h"
-#include "render/colour.h"
+extern "C" int ConsumerPaint();
 
 int main()
 {
-    // Something from the library that needs linking, checked for its value.
-    if (vex::CInt(2.5) != 2 || vex::render::ShiftColour(0x101010, 15, false) != 0x1F1F1F)
+    const int colour = ConsumerPaint();
+    if (colour != 0x336699) {
+        std::printf("unexpected colour %06x\n", colour);
         return 1;
+    }
     std::puts("consumer ok");
     return 0;
 }

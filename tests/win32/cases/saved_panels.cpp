@@ -9,7 +9,7 @@
 
 #include "control/control_surface.h"
 #include "render/colour.h"
-#include "control/test_host.h"
+#include "headless/test_host.h"
 #include "control/vex_panel.h"
 #include "control/vxp_format.h"
 #include "helpers.h"

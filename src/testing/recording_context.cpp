@@ -1,4 +1,4 @@
-#include "platform/recording_context.h"
+#include "testing/recording_context.h"
 
 #include <cstdio>
 

@@ -1,4 +1,4 @@
-#include "control/headless_surface.h"
+#include "headless/headless_surface.h"
 
 #include <atomic>
 

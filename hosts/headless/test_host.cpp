@@ -1,4 +1,4 @@
-#include "control/test_host.h"
+#include "headless/test_host.h"
 
 #include <algorithm>
 

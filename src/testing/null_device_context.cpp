@@ -1,4 +1,4 @@
-#include "control/null_device_context.h"
+#include "testing/null_device_context.h"
 
 #include "platform/system_colors.h"
 
