@@ -1,3 +1,4 @@
+cmake_minimum_required(VERSION 3.25)
 # Checks the layers against the one-way direction
 #   hosts -> pages -> control -> render, gradient -> model -> platform -> base;  png -> base, platform
 # (the drawing layer's implementations, the test doubles and the image-file helpers sit on
