@@ -26,6 +26,15 @@ constexpr std::array kCommands = {
                         "                        render a saved panel as a running program shows it", CommandRender },
     Command { "gallery", "gallery -o DIR [--examples DIR]\n"
                          "                        render the example panels and a contact sheet", CommandGallery },
+    Command { "pages", "pages FILE.vxp [--page NAME] [--edit EDITOR=TEXT] [--choose EDITOR=INDEX] [--check EDITOR=0|1|2]\n"
+                       "                        [--apply] [-o OUT.vxp]\n"
+                       "                        list the property pages as they load the panel; with --page, edit as a\n"
+                       "                        user would and apply, then save (over FILE.vxp without -o; an error\n"
+                       "                        in Apply saves nothing, though the control kept what was written)", CommandPages },
+    Command { "picture", "picture FILE.vxp (--set PROPERTY=IMAGE | --clear PROPERTY) [--png-trans] [--png-alpha]\n"
+                         "                        [--png-bkgnd 0xBBGGRR] [--icon-as-bitmap] [-o OUT.vxp]\n"
+                         "                        import a PNG, BMP, ICO, CUR, GIF or JPEG file into Picture,\n"
+                         "                        PictureBackground or MouseIcon, or clear one, and save", CommandPicture },
     Command { "png-info", "png-info FILE.png      decode a PNG file and list every LoadPNG property", CommandPngInfo },
     Command { "png2bmp", "png2bmp FILE.png OUT.bmp [--alpha] [--trans] [--bkgnd 0xBBGGRR]\n"
                          "                        decode a PNG file and write the bitmap exactly as built", CommandPng2Bmp },

@@ -132,6 +132,7 @@ constexpr EditorSpec kImagePNG[] = {
     { "chkPNGAlpha", CheckBox, "" },
     { "chkPNGOwnBackground", CheckBox, "" },
     { "clrPNGBackground", ColorBox, "", kSystemColors },
+    { "chkIconAsBitmap", CheckBox, "" },
 };
 
 constexpr std::array<PageSpec, 7> kPages = { {

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "base/runtime_error.h"
+#include "pages/image_page.h"
 #include "pages/panel_access.h"
 
 namespace vex::pages {
@@ -133,7 +134,12 @@ void PropertyPage::Choose(size_t index, int32_t listIndex)
     changed_ = true;
 }
 
-std::unique_ptr<PropertyPage> CreatePage(const PageSpec& spec) { return std::make_unique<PropertyPage>(spec); }
+std::unique_ptr<PropertyPage> CreatePage(const PageSpec& spec)
+{
+    if (spec.name == "ImagePNG")
+        return std::make_unique<ImagePage>(spec);
+    return std::make_unique<PropertyPage>(spec);
+}
 
 std::string ColourText(OleColor colour)
 {
