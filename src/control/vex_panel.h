@@ -238,7 +238,6 @@ private:
     void OnTimer2();
     void StartAnimation();
     render::PaintContext Context();
-    bool BackgroundCoversClient();
 
     Host& host_;
     ControlSurface& surface_;

@@ -110,6 +110,32 @@ void DrawCustomGradient(PaintContext& context)
     DrawCustomFrame(context);
 }
 
+// The gradient covers what it is drawn over, and it is drawn over the surface's scale size, which
+// must be the client's. The squares cover the client when the outermost one reaches past every
+// edge: square r outlines columns cx - r and cx + r - 1, rows cy - r and cy + r - 1.
+bool CustomGradientCoversClient(PaintContext& context)
+{
+    const PanelProperties& props = context.props;
+    const int16_t direction = props.CustomGradientDirection;
+    if ((context.state.CaptureBackground != 0 && props.BackStyle != 1) || props.CustomGradientStyle != 1 || direction < 0
+        || direction > 7)
+        return false;
+    const int32_t width = context.state.ClientWidth;
+    const int32_t height = context.state.ClientHeight;
+    const double scaleWidth = context.services.ScaleWidth();
+    const double scaleHeight = context.services.ScaleHeight();
+    if (std::nearbyint(scaleWidth) != width || std::nearbyint(scaleHeight) != height)
+        return false;
+    if (direction != RetangleCenterToBorder && direction != RetangleBorderToCenter)
+        return true;
+    const double cx = std::nearbyint(scaleWidth / 2);
+    const double cy = std::nearbyint(scaleHeight / 2);
+    double radius = std::nearbyint(scaleWidth / 2);
+    if (scaleHeight / 2 > radius)
+        radius = std::nearbyint(scaleHeight / 2);
+    return cx - radius <= 0 && cy - radius <= 0 && cx + radius >= width && cy + radius >= height;
+}
+
 void DrawCustomTexture(PaintContext& context)
 {
     RenderBackgroundPicture(context, true, context.props.CustomBorderWidth);

@@ -1,4 +1,6 @@
-// The order in which the painters overdraw each other, for each appearance.
+// The order in which the painters overdraw each other, for each appearance, and what every paint
+// does before them.
+#include "render/colour.h"
 #include "render/painters.h"
 
 namespace vex::render {
@@ -25,6 +27,48 @@ void PaintCustom(PaintContext& context)
 }
 
 } // namespace
+
+void PreparePaint(PaintContext& context, bool clear)
+{
+    PaintState& state = context.state;
+    platform::DeviceContext& dc = context.services.Dc();
+    const platform::Size client = context.services.ClientSize();
+    state.ClientRect = platform::Rect { 0, 0, client.width, client.height };
+    state.ClientWidth = state.ClientRect.right;
+    state.ClientHeight = state.ClientRect.bottom;
+    // The clear is left out when the first layer is about to paint every pixel anyway: the result
+    // is the same, and a clear costs as much as the background itself.
+    if (clear && !BackgroundCoversClient(context))
+        dc.FillRect(state.ClientRect, platform::Brush::Solid(context.services.BackColorRgb()));
+
+    state.SysColors = PrepareSysColors(dc);
+    // Captions are drawn over the layers below them, and the square gradients leave only their
+    // outlines: text is drawn transparently, fills use a hollow brush, whatever the host's device
+    // context started with.
+    dc.SetTextColor(TranslateColor(context.props.ForeColor, dc));
+    dc.SetBkMode(platform::kBkTransparent);
+    dc.SelectBrush(platform::Brush::Hollow());
+
+    if (state.CaptureBackground == 1)
+        DrawCapturedBackground(context);
+}
+
+bool BackgroundCoversClient(PaintContext& context)
+{
+    const int32_t width = context.state.ClientWidth;
+    const int32_t height = context.state.ClientHeight;
+    if (width <= 0 || height <= 0 || width > 32767 || height > 32767)
+        return false;
+    switch (context.props.Appearance) {
+    case Windows:
+        return WindowsAppearanceCoversClient(context);
+    case Custom:
+        // The texture is a picture that may leave pixels out; the gradient is checked.
+        return context.props.CustomGradientStyle != kUseTexture && CustomGradientCoversClient(context);
+    default:
+        return false; // the 3D appearance paints no background of its own
+    }
+}
 
 void PaintLayers(PaintContext& context)
 {

@@ -16,8 +16,19 @@ struct PaintContext {
     PaintServices& services;
 };
 
+// What every paint does before the painters: the client rectangle and the working colour
+// table into the paint state; the surface cleared to the back colour when clear is set (left
+// out when the first layer paints every pixel anyway); transparent text in the fore colour and
+// a hollow brush on the device context; then the pending capture of the background.
+void PreparePaint(PaintContext& context, bool clear);
+// Whether the first layer of the current appearance paints every pixel of the client area
+// opaquely (the client rectangle already in the paint state), so that a clear before it cannot
+// change a pixel of the result.
+bool BackgroundCoversClient(PaintContext& context);
+
 void DrawCapturedBackground(PaintContext& context);
 void DrawWindowsAppearance(PaintContext& context);
+bool WindowsAppearanceCoversClient(PaintContext& context); // every pixel, opaquely?
 void DrawBackgroundPicture(PaintContext& context);
 void DrawPicture(PaintContext& context);
 void Draw3DBorder(PaintContext& context);
@@ -25,6 +36,7 @@ void DrawPicture3D(PaintContext& context);
 void DrawCaption(PaintContext& context);
 void DrawCaption3D(PaintContext& context);
 void DrawCustomGradient(PaintContext& context); // the gradient, then its frame
+bool CustomGradientCoversClient(PaintContext& context); // every pixel, opaquely?
 void DrawCustomTexture(PaintContext& context);
 void DrawCustomFrame(PaintContext& context);    // the flat border rings
 void DrawCustomPicture(PaintContext& context);

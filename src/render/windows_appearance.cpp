@@ -319,4 +319,26 @@ void DrawWindowsAppearance(PaintContext& context)
     WinBorders(context, base).Draw();
 }
 
+// The shading draws rows 0..H across the width or columns 0..W down the height in every
+// direction; the centred ones halve the side they run along (a half of 0 is a division by zero).
+bool WindowsAppearanceCoversClient(PaintContext& context)
+{
+    const PanelProperties& props = context.props;
+    if (context.state.CaptureBackground != 0 && props.BackStyle != 1)
+        return false; // no shading over a pending capture
+    switch (props.WinGradientDirection) {
+    case 0:
+    case 1:
+    case 2:
+    case 3:
+        return true;
+    case 4:
+        return context.state.ClientHeight >= 2;
+    case 5:
+        return context.state.ClientWidth >= 2;
+    default:
+        return false;
+    }
+}
+
 } // namespace vex::render

@@ -20,6 +20,7 @@ struct RectCall {
     std::string op; // "FillRect" or "FrameRect"
     platform::Rect rect;
     platform::Brush brush;
+    friend bool operator==(const RectCall&, const RectCall&) = default;
 };
 
 class RecordingDc : public NullDeviceContext {

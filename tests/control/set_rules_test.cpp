@@ -1,6 +1,8 @@
 // Property sets: the store/notify/redraw rules, clamps, enumeration narrowing, the
 // PictureAnimDelay message box, the animation switch, CaptionText/Caption and the properties
 // that live on the surface.
+#include <algorithm>
+
 #include "panel_fixture.h"
 
 namespace vex::control::testing {
@@ -15,6 +17,8 @@ protected:
 
 TEST_F(SetRules, StoreNotifyAndRedrawWithClearing)
 {
+    const RectCall clear { "FillRect", { 0, 0, 100, 50 }, platform::Brush::Solid(dc().GetSysColor(15)) };
+    dc().calls.clear();
     panel.setWinBackColor(0x123456);
     panel.setCaptionGetShadow(true);
     panel.setPictureMaskColor(0x00FF00);
@@ -23,7 +27,7 @@ TEST_F(SetRules, StoreNotifyAndRedrawWithClearing)
     EXPECT_EQ(panel.PictureMaskColor(), 0x00FF00u);
     EXPECT_EQ(host.notifications, (Strings { "WinBackColor", "CaptionGetShadow", "PictureMaskColor" }));
     EXPECT_EQ(host.redraws, (std::vector<bool> { true, true, true }));
-    EXPECT_EQ(surface.ClsCount(), 3);
+    EXPECT_EQ(std::count(dc().calls.begin(), dc().calls.end(), clear), 3); // in the back colour, button face
 }
 
 TEST_F(SetRules, StoreOnlyPropertiesNeverRepaint)

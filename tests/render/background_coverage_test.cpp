@@ -5,7 +5,6 @@
 
 #include "base/runtime_error.h"
 #include "paint_fixture.h"
-#include "render/background_coverage.h"
 
 namespace vex::render {
 namespace {
@@ -31,13 +30,13 @@ TEST(BackgroundCoverage, ASkippedClearIsAlwaysPaintedOver)
                             panel.props.CustomGradientStart = Rgb(255, 0, 254); // nearly the marker
                             panel.props.BackStyle = backStyle;
                             panel.state.CaptureBackground = capture;
-                            if (!BackgroundCoversClient(panel.props, panel.state, width, height)) {
+                            PaintContext context = panel.Context();
+                            if (!BackgroundCoversClient(context)) {
                                 ++notCovered;
                                 continue;
                             }
                             ++covered;
                             panel.Fill(kMarker);
-                            PaintContext context = panel.Context();
                             ASSERT_NO_THROW(appearance == 0 ? DrawWindowsAppearance(context) : DrawCustomGradient(context));
                             for (int y = 0; y < height; ++y)
                                 for (int x = 0; x < width; ++x)
@@ -56,16 +55,28 @@ TEST(BackgroundCoverage, ASkippedClearIsAlwaysPaintedOver)
 
 TEST(BackgroundCoverage, OddSquaresLeaveAColumnUncovered)
 {
-    PanelProperties props;
-    props.Appearance = 2;
-    props.CustomGradientDirection = 6;
-    PaintState state;
-    state.ClientWidth = 61; // centre 30, radius 30: column 60 is outside every square
-    state.ClientHeight = 20;
-    EXPECT_FALSE(BackgroundCoversClient(props, state, 61, 20));
-    state.ClientWidth = 60;
-    EXPECT_TRUE(BackgroundCoversClient(props, state, 60, 20));
-    EXPECT_FALSE(BackgroundCoversClient(props, state, 59.4, 20)); // a scale size off the client
+    // Centre 30, radius 30: column 60 of a 61-wide client is outside every square.
+    for (auto [width, covers] : { std::pair { 61, false }, std::pair { 60, true } }) {
+        testing::Panel panel(width, 20);
+        panel.props.Appearance = 2;
+        panel.props.CustomGradientDirection = 6;
+        PaintContext context = panel.Context();
+        EXPECT_EQ(BackgroundCoversClient(context), covers) << width;
+    }
+}
+
+// A clear that the first layer does not paint over stays, in the back colour; one it paints over
+// is left out.
+TEST(BackgroundCoverage, PreparePaintClearsOnlyWhatStaysVisible)
+{
+    for (int16_t appearance : { 0, 1 }) {
+        testing::Panel panel(30, 20);
+        panel.props.Appearance = appearance;
+        panel.Fill(kMarker);
+        PaintContext context = panel.Context();
+        PreparePaint(context, true);
+        EXPECT_EQ(panel.Pixel(5, 5), appearance == 0 ? kMarker : panel.services.backColor) << appearance;
+    }
 }
 
 } // namespace

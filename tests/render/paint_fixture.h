@@ -46,14 +46,11 @@ public:
 struct Panel {
     Panel(int32_t width, int32_t height) : services(width, height) { Prepare(); }
 
-    // What DrawControl does before the painters: the client rectangle and the colour table.
+    // What DrawControl does before the painters (no clear: a test fills the surface itself).
     void Prepare()
     {
-        const platform::Size size = services.surface->Extent();
-        state.ClientRect = platform::Rect { 0, 0, size.width, size.height };
-        state.ClientWidth = size.width;
-        state.ClientHeight = size.height;
-        state.SysColors = PrepareSysColors(*services.surface);
+        PaintContext context = Context();
+        PreparePaint(context, false);
     }
 
     void Fill(ColorRef colour)

@@ -1,7 +1,7 @@
 // Whole panels, painter by painter: both colour options of every shading direction, every border
 // style against its neighbours, rings that cross, all Custom directions with a frame, keyed and
 // tiled pictures, a captured background, and captions (text_* cases, compared once the software
-// layer draws text). The painters run in the pipeline's order, as in panels.cpp.
+// layer draws text). The panels are prepared and painted as DrawControl does, as in panels.cpp.
 
 #include "helpers.h"
 #include "platform/picture.h"
@@ -35,27 +35,17 @@ private:
     DeviceContext& dc_;
 };
 
-// The pipeline's order for each appearance, after clearing to the back colour.
+// DrawControl's preparation (clearing to the back colour), then the painters in its order.
 void PaintPanel(DeviceContext& dc, const PanelProperties& props, uint8_t capture = 0,
     platform::PictureRef behind = nullptr)
 {
-    const platform::Size size = dc.Extent();
-    dc.FillRect({ 0, 0, size.width, size.height }, Brush::Solid(Rgb(212, 208, 200)));
-    dc.SelectBrush(Brush::Hollow()); // the surface's transparent fill style
-    dc.SetBkMode(platform::kBkTransparent);
-    dc.SetTextColor(render::TranslateColor(props.ForeColor, dc));
     render::PaintState state;
-    state.ClientRect = { 0, 0, size.width, size.height };
-    state.ClientWidth = size.width;
-    state.ClientHeight = size.height;
-    state.SysColors = render::PrepareSysColors(dc);
     state.CaptureBackground = capture;
     render::PainterMemory memory;
     CaseServices services(dc);
     services.behind = std::move(behind);
     render::PaintContext context { props, state, memory, services };
-    if (capture)
-        render::DrawCapturedBackground(context);
+    render::PreparePaint(context, true);
     render::PaintLayers(context);
 }
 

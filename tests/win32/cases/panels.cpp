@@ -1,6 +1,5 @@
-// Whole panels drawn both ways: the painters of each appearance, in DrawControl's order, on the
-// battery's surface. FIXME: paint through the control's own DrawControl once it lands; until
-// then PaintPanel below does what its steps 1, 2, 5 and 7 do.
+// Whole panels drawn both ways: DrawControl's preparation and the painters of each appearance,
+// in its order, on the battery's surface.
 
 #include "helpers.h"
 #include "render/colour.h"
@@ -40,16 +39,8 @@ void PaintPanel(DeviceContext& dc, const PanelProperties& props)
     BatteryServices services(dc);
     render::PaintState state;
     render::PainterMemory memory;
-    platform::Size size = dc.Extent();
-    dc.FillRect({ 0, 0, size.width, size.height }, Brush::Solid(services.BackColorRgb())); // Cls
-    // The panel surface's own drawing state: transparent text, hollow fill.
-    dc.SetBkMode(platform::kBkTransparent);
-    dc.SelectBrush(Brush::Hollow());
-    state.SysColors = render::PrepareSysColors(dc);
-    state.ClientRect = { 0, 0, size.width, size.height };
-    state.ClientWidth = size.width;
-    state.ClientHeight = size.height;
     render::PaintContext context { props, state, memory, services };
+    render::PreparePaint(context, true);
     render::PaintLayers(context);
 }
 
