@@ -6,7 +6,6 @@ HeadlessPanel::HeadlessPanel(platform::Size clientSize)
     : surface(clientSize)
     , panel(host, surface)
 {
-    surface.OnRefresh([this] { panel.OnPaint(); });
 }
 
 } // namespace vex::cli

@@ -113,8 +113,6 @@ std::vector<platform::Dib> RunRenderJob(const RenderJob& job)
 
     std::vector<platform::Dib> images;
     images.push_back(headless.surface.Dc().Snapshot());
-    // The surface keeps what each tick draws: a refresh shows it, it does not repaint the panel.
-    headless.surface.OnRefresh(nullptr);
     const int16_t delay = std::max<int16_t>(panel.Properties().PictureAnimDelay, 1);
     for (int frame = 0; frame < job.frames; ++frame) {
         headless.host.Advance(delay);

@@ -76,21 +76,14 @@ void HeadlessSurface::Cls()
     dc_->FillRect(platform::Rect { 0, 0, clientSize_.width, clientSize_.height }, platform::Brush::Solid(color));
 }
 
-// The repaint runs at once. A refresh asked for during that repaint (the background capture
-// ends with one) merges into the repaint under way, as an invalidation during painting would.
+// The surface is a persistent picture: a refresh shows what has been painted and never runs the
+// painters again (an animation tick's frame or a transparent panel's layers over its capture
+// would be painted over).
 void HeadlessSurface::Refresh()
 {
     ++refreshCount_;
-    if (!onRefresh_ || repainting_)
-        return;
-    repainting_ = true;
-    try {
-        onRefresh_();
-    } catch (...) {
-        repainting_ = false;
-        throw;
-    }
-    repainting_ = false;
+    if (onPresent_)
+        onPresent_();
 }
 
 platform::Point HeadlessSurface::ClientToScreen(platform::Point point)

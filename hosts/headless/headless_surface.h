@@ -45,7 +45,7 @@ public:
     void SetMouseIcon(platform::PictureRef icon) override { mouseIcon_ = std::move(icon); }
 
     void Cls() override;
-    void Refresh() override;
+    void Refresh() override; // presents what has been painted
     void SetWindowEnabled(bool enabled) override { windowEnabled_ = enabled; }
     bool WindowEnabled() override { return windowEnabled_; }
     void ReleaseWindowRegions() override { ++regionReleases_; }
@@ -55,8 +55,8 @@ public:
     int32_t WindowFromPoint(platform::Point screenPoint) override;
 
     // ---- The simulation -----------------------------------------------------------------------
-    // What the host does on a refresh: normally it sends Paint to the panel.
-    void OnRefresh(std::function<void()> paint) { onRefresh_ = std::move(paint); }
+    // What the host does to show the picture on a refresh (the panel is not painted again).
+    void OnPresent(std::function<void()> present) { onPresent_ = std::move(present); }
     void SetClientSize(platform::Size size);
     void SetScreenOrigin(platform::Point origin) { origin_ = origin; }
     void SetCursorPos(platform::Point screen) { cursor_ = screen; }
@@ -91,8 +91,7 @@ private:
     std::vector<Window> children_; // client coordinates, moved with the control
     std::vector<Window> covering_; // screen coordinates
     int32_t nextHandle_;
-    std::function<void()> onRefresh_;
-    bool repainting_ = false;
+    std::function<void()> onPresent_;
     int clsCount_ = 0;
     int refreshCount_ = 0;
     int regionReleases_ = 0;

@@ -180,7 +180,6 @@ TEST(DrawControlPixels, ATransparentPanelShowsTheFormBehindItAfterTheFirstActiva
     host.controlOffset = { 10, 5 };
     HeadlessSurface surface(platform::Size { 20, 10 });
     VexPanel panel(host, surface);
-    surface.OnRefresh([&] { panel.OnPaint(); });
     MemoryPropertyBag bag;
     bag.Set("Appearance", int16_t(3)); // only the capture draws
     bag.Set("BackStyle", int16_t(0));

@@ -86,7 +86,7 @@ public:
     }
 };
 
-// A 100 x 50 panel at screen (100, 100), events recorded, Refresh wired to Paint.
+// A 100 x 50 panel at screen (100, 100), events recorded.
 class PanelTest : public ::testing::Test {
 protected:
     PanelTest()
@@ -95,7 +95,6 @@ protected:
         , panel(host, surface)
     {
         panel.SetEventSink(&events);
-        surface.OnRefresh([this] { panel.OnPaint(); });
     }
 
     RecordingDc& dc() { return *dc_; }

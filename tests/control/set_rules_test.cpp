@@ -274,11 +274,11 @@ TEST_F(SetRules, HandlesComeFromTheSurface)
     EXPECT_NE(panel.hWnd(), panel.hDC());
 }
 
-TEST_F(SetRules, RefreshRepaintsThroughTheHostAndAcercaOpensADialog)
+TEST_F(SetRules, RefreshPresentsWithoutRepaintingAndAcercaOpensADialog)
 {
     panel.Refresh();
     EXPECT_EQ(surface.RefreshCount(), 1);
-    EXPECT_EQ(host.redraws, (std::vector<bool> { false })); // the host's Paint, no clearing
+    EXPECT_TRUE(host.redraws.empty());
     panel.Acerca();
     EXPECT_EQ(host.aboutBoxes, 1);
 }
