@@ -18,6 +18,7 @@ set(allowed_render "gradient;model")
 set(allowed_control "render")
 set(allowed_pages "control;png")
 set(allowed_headless "pages;control;platform_soft;platform_win32")
+set(allowed_qt "pages;control;platform_soft")
 
 file(STRINGS ${MANIFEST} entries)
 set(modules)
