@@ -147,10 +147,19 @@ TEST(QtWidget, CursorPollingRaisesMouseEnterThenMouseExit)
     QObject::connect(&widget, &VexPanelWidget::MouseExit, [&](qint16&, qint16&, float&, float&) { raised.push_back("exit"); });
     ShowActive(form);
 
-    QTest::mouseMove(&widget, QPoint(30, 10));
-    QTest::mouseMove(&widget, QPoint(40, 12));
+    // The pointer moves, then Qt reports the move: the panel polls the pointer itself.
+    auto moveTo = [](QWidget& over, QPoint point) {
+        QCursor::setPos(over.mapToGlobal(point));
+        QTest::mouseMove(&over, point);
+    };
+    // The poller runs from the panel's start, and its first tick outside raises a MouseExit.
+    QTest::qWait(20);
+    raised.clear();
+    moveTo(widget, QPoint(30, 10));
+    moveTo(widget, QPoint(40, 12));
+    QTest::qWait(20);
     ASSERT_EQ(raised, std::vector<std::string> { "enter" });
-    QTest::mouseMove(&form, QPoint(180, 90));
+    moveTo(form, QPoint(180, 90));
     EXPECT_TRUE(QTest::qWaitFor([&] { return raised.size() == 2; }, 2000));
     EXPECT_EQ(raised, (std::vector<std::string> { "enter", "exit" }));
 }
