@@ -68,6 +68,15 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/VexPanelConfigVersi
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/VexPanelConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/VexPanelConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VexPanel)
 
+# The Qt widget, a component of its own: find_package(VexPanel COMPONENTS Qt) and VexPanel::Qt.
+if(TARGET vexpanel_qt)
+  install(TARGETS vexpanel_qt EXPORT VexPanelQtTargets
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(FILES hosts/qt/vex_panel_widget.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vexpanel/qt)
+  install(EXPORT VexPanelQtTargets NAMESPACE VexPanel:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VexPanel)
+endif()
+
 # pkg-config: the static libraries from the top layer down.
 if(NOT WIN32)
   set(vex_pkg_libs)
