@@ -82,32 +82,22 @@ void QtSurface::SetFont(const platform::FontDesc& font)
     dc_->SelectFont(font);
 }
 
-void QtSurface::SetMousePointer(int16_t pointer)
+void QtSurface::SetCursor(int16_t pointer, const platform::PictureRef& icon)
 {
     mousePointer_ = pointer;
-    ApplyCursor();
-}
-
-void QtSurface::SetMouseIcon(platform::PictureRef icon)
-{
-    mouseIcon_ = std::move(icon);
-    ApplyCursor();
-}
-
-void QtSurface::ApplyCursor()
-{
+    mouseIcon_ = icon;
     constexpr int16_t kCustom = 99;
-    if (mousePointer_ == kCustom && mouseIcon_) {
-        const QImage image = ToQImage(*mouseIcon_);
+    if (pointer == kCustom && icon) {
+        const QImage image = ToQImage(*icon);
         if (!image.isNull()) {
             widget_.setCursor(QCursor(QPixmap::fromImage(image)));
             return;
         }
     }
-    if (mousePointer_ == 0)
+    if (pointer == 0)
         widget_.unsetCursor();
     else
-        widget_.setCursor(ShapeOf(mousePointer_));
+        widget_.setCursor(ShapeOf(pointer));
 }
 
 void QtSurface::Cls()

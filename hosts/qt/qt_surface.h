@@ -25,18 +25,24 @@ public:
     double ScaleWidth() override { return size_.width; }
     double ScaleHeight() override { return size_.height; }
 
-    OleColor BackColor() override { return backColor_; }
-    void SetBackColor(OleColor color) override { backColor_ = color; }
-    OleColor ForeColor() override { return foreColor_; }
-    void SetForeColor(OleColor color) override;
-    platform::FontDesc Font() override { return font_; }
-    void SetFont(const platform::FontDesc& font) override;
-    int16_t MousePointer() override { return mousePointer_; }
-    void SetMousePointer(int16_t pointer) override;
-    platform::PictureRef MouseIcon() override { return mouseIcon_; }
-    void SetMouseIcon(platform::PictureRef icon) override;
+    // The cursor shown over the window: a standard pointer code, or with 99 the icon.
+    void SetCursor(int16_t pointer, const platform::PictureRef& icon);
 
-    void Cls() override;
+    // FIXME: the colours, the font, the pointer and the clear move into the control; these stay
+    // without `override` so that this surface serves the contract before and after the move.
+    // Remove them once the control holds them.
+    OleColor BackColor() { return backColor_; }
+    void SetBackColor(OleColor color) { backColor_ = color; }
+    OleColor ForeColor() { return foreColor_; }
+    void SetForeColor(OleColor color);
+    platform::FontDesc Font() { return font_; }
+    void SetFont(const platform::FontDesc& font);
+    int16_t MousePointer() { return mousePointer_; }
+    void SetMousePointer(int16_t pointer) { SetCursor(pointer, mouseIcon_); }
+    platform::PictureRef MouseIcon() { return mouseIcon_; }
+    void SetMouseIcon(platform::PictureRef icon) { SetCursor(mousePointer_, std::move(icon)); }
+    void Cls();
+
     void Refresh() override;
     void SetWindowEnabled(bool enabled) override;
     bool WindowEnabled() override;
@@ -54,8 +60,6 @@ public:
     bool Painted() const { return painted_; }
 
 private:
-    void ApplyCursor();
-
     QWidget& widget_;
     std::unique_ptr<platform::soft::SoftDeviceContext> dc_;
     platform::Size size_;
