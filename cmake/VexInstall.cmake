@@ -19,7 +19,7 @@ install(TARGETS vexpanel ${vex_installed_targets} EXPORT VexPanelTargets
 # public header reaches stay internal.
 set(vex_public_entry_headers
   control/vex_panel.h control/vxp_format.h control/memory_property_bag.h
-  headless/headless_surface.h headless/test_host.h
+  headless/headless_surface.h headless/headless_host.h
   pages/property_page.h png/load_png.h gradient/vex_gradiente.h
   base/numeric.h base/runtime_error.h base/ole_color.h
   platform/device_context.h platform/picture.h platform/dib.h)

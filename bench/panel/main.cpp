@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "headless/headless_surface.h"
-#include "headless/test_host.h"
+#include "headless/headless_host.h"
 #include "control/vex_panel.h"
 
 namespace {
@@ -45,7 +45,7 @@ struct Case {
 int main(int argc, char** argv)
 {
     const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 40;
-    control::TestHost host;
+    control::HeadlessHost host;
     control::HeadlessSurface surface({ kWidth, kHeight });
     VexPanel panel(host, surface);
     panel.InitProperties();

@@ -7,7 +7,7 @@
 #include "base/runtime_error.h"
 #include "headless/headless_surface.h"
 #include "testing/null_device_context.h"
-#include "headless/test_host.h"
+#include "headless/headless_host.h"
 #include "control/vex_panel.h"
 #include "control/vxp_format.h"
 
@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         if (TypeOf(value) != ValueType::Picture && !SameValue(again.Entries()[at].second, value))
             std::abort();
     }
-    TestHost host;
+    HeadlessHost host;
     HeadlessSurface surface(std::make_unique<NullDeviceContext>(vex::platform::Size { 64, 32 }), { 64, 32 });
     VexPanel panel(host, surface);
     try {

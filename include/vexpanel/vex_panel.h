@@ -5,5 +5,5 @@
 #include "control/vex_panel.h"
 #include "control/vxp_format.h"
 #include "headless/headless_surface.h"
-#include "headless/test_host.h"
+#include "headless/headless_host.h"
 #include "vexpanel/version.h"

@@ -7,7 +7,6 @@ namespace vex::control {
 
 void VexPanel::DrawControl(bool OptionCLS)
 {
-    host_.DrawControlCalled(OptionCLS);
     // At design time the window stays enabled whatever Enabled says.
     surface_.SetWindowEnabled(host_.UserMode() ? props_.Enabled : true);
 

@@ -1,7 +1,7 @@
 #pragma once
 // What the panel asks of its container: ambient properties, "property changed" notifications,
 // message boxes, the message pump, the extender's Visible, timers, the parent form and the
-// pixels behind the control. One implementation per host (headless TestHost, Qt, ActiveX).
+// pixels behind the control. One implementation per host (HeadlessHost, Qt, ActiveX).
 
 #include <cstdint>
 #include <functional>
@@ -73,9 +73,6 @@ public:
 
     // The parent's pixels behind the control, width x height from the control's client origin.
     virtual platform::PictureRef CaptureBehind(int32_t width, int32_t height) = 0;
-
-    // Diagnostics: DrawControl reports each call here; hosts that do not care ignore it.
-    virtual void DrawControlCalled(bool optionCls) { }
 };
 
 } // namespace vex::control

@@ -119,12 +119,12 @@ TEST_F(PanelTest, TransparentCapturingCustomTextureStillFramesTheBorder)
     bag.Set("BackStyle", int16_t(0));
     bag.Set("CustomBorderWidth", int16_t(2));
     panel.ReadProperties(bag);
-    host.ClearRecords();
+    ClearRecords();
     host.form.Activate();
     EXPECT_EQ(panel.CaptureBackground(), 1);
     EXPECT_EQ(host.captures, 1);
-    ASSERT_FALSE(host.redraws.empty());
-    EXPECT_EQ(Frames(dc()).size(), 2 * host.redraws.size()); // two rings on every paint
+    ASSERT_FALSE(Redraws().empty());
+    EXPECT_EQ(Frames(dc()).size(), 2 * Redraws().size()); // two rings on every paint
 }
 
 } // namespace
@@ -138,7 +138,7 @@ ColorRef TranslateToRgb(HeadlessSurface& surface) { return render::TranslateColo
 // The same pipeline on the software drawing layer: what ends up in the pixels.
 TEST(DrawControlPixels, ClearingAndCustomRingsOnTheSoftSurface)
 {
-    TestHost host;
+    HeadlessHost host;
     HeadlessSurface surface(platform::Size { 40, 20 });
     VexPanel panel(host, surface);
     MemoryPropertyBag bag;
@@ -168,7 +168,7 @@ TEST(DrawControlPixels, ClearingAndCustomRingsOnTheSoftSurface)
 
 TEST(DrawControlPixels, ATransparentPanelShowsTheFormBehindItAfterTheFirstActivation)
 {
-    TestHost host;
+    HeadlessHost host;
     platform::Dib form(50, 40, 32);
     for (int32_t y = 0; y < 40; ++y)
         for (int32_t x = 0; x < 50; ++x) {

@@ -173,7 +173,7 @@ protected:
     void Load(MemoryPropertyBag bag)
     {
         panel.ReadProperties(bag);
-        host.ClearRecords();
+        ClearRecords();
     }
 };
 
@@ -188,11 +188,11 @@ TEST_F(ParentForm, FirstActivationOfATransparentPanelStartsCaptureOnce)
     EXPECT_TRUE(panel.ParentActivated());
     EXPECT_EQ(panel.CaptureBackground(), 1);
     // One DrawControl(False); the capture's own refresh only presents it.
-    EXPECT_EQ(host.redraws, (std::vector<bool> { false }));
+    EXPECT_EQ(Redraws(), (std::vector<bool> { false }));
     EXPECT_EQ(host.captures, 1);
-    size_t redraws = host.redraws.size();
+    size_t redraws = Redraws().size();
     host.form.Activate();
-    EXPECT_EQ(host.redraws.size(), redraws);
+    EXPECT_EQ(Redraws().size(), redraws);
     host.form.Unload();
     EXPECT_EQ(panel.CaptureBackground(), 0);
 }
@@ -202,7 +202,7 @@ TEST_F(ParentForm, AnOpaquePanelDoesNotCapture)
     Load(MemoryPropertyBag {});
     host.form.Activate();
     EXPECT_EQ(panel.CaptureBackground(), 0);
-    EXPECT_TRUE(host.redraws.empty());
+    EXPECT_TRUE(Redraws().empty());
 }
 
 TEST_F(ParentForm, ASavedRunningAnimationStartsOnFirstActivationOnly)
@@ -233,7 +233,7 @@ TEST_F(ParentForm, AnimationNeedsTwoFramesEnabledAndABitmap)
         bool icon;
     };
     for (Case c : { Case { 1, true, false }, Case { 2, false, false }, Case { 2, true, true } }) {
-        TestHost host;
+        HeadlessHost host;
         HeadlessSurface surface(std::make_unique<NullDeviceContext>(), { 100, 50 });
         VexPanel panel(host, surface);
         MemoryPropertyBag bag;
@@ -279,9 +279,9 @@ TEST_F(ParentForm, ActivationIgnoresErrorsAndGoesOnToTheAnimation)
 TEST_F(PanelTest, ResizeClearsThePainterStateAndRedrawsWithClearing)
 {
     panel.OnResize();
-    EXPECT_EQ(host.redraws, (std::vector<bool> { true }));
+    EXPECT_EQ(Redraws(), (std::vector<bool> { true }));
     panel.OnPaint();
-    EXPECT_EQ(host.redraws, (std::vector<bool> { true, false }));
+    EXPECT_EQ(Redraws(), (std::vector<bool> { true, false }));
 }
 
 TEST_F(PanelTest, ShowSetsTheWindowStateAndRefreshesEvenAfterAnError)

@@ -11,8 +11,9 @@
 #include "headless/headless_surface.h"
 #include "control/memory_property_bag.h"
 #include "testing/null_device_context.h"
-#include "headless/test_host.h"
+#include "headless/headless_host.h"
 #include "control/vex_panel.h"
+#include "render/colour.h"
 
 namespace vex::control::testing {
 
@@ -28,6 +29,14 @@ public:
     using NullDeviceContext::NullDeviceContext;
     void FillRect(const platform::Rect& rect, platform::Brush brush) override { calls.push_back({ "FillRect", rect, brush }); }
     void FrameRect(const platform::Rect& rect, platform::Brush brush) override { calls.push_back({ "FrameRect", rect, brush }); }
+    // Every paint sets the transparent background mode once, before any painter: a DrawControl,
+    // recorded as the number of calls before it.
+    int SetBkMode(int mode) override
+    {
+        paints.push_back(calls.size());
+        return NullDeviceContext::SetBkMode(mode);
+    }
+    std::vector<size_t> paints;
     std::vector<RectCall> calls;
 };
 
@@ -95,9 +104,31 @@ protected:
         , panel(host, surface)
     {
         panel.SetEventSink(&events);
+        dc_->paints.clear(); // the surface's own set-up is no paint
     }
 
     RecordingDc& dc() { return *dc_; }
+
+    // Each DrawControl since the records were cleared, with its OptionCLS: whether it began by
+    // clearing the whole client to the back colour.
+    std::vector<bool> Redraws()
+    {
+        const RectCall clear { "FillRect", { 0, 0, surface.ClientSize().width, surface.ClientSize().height },
+            platform::Brush::Solid(render::TranslateColor(surface.BackColor(), *dc_)) };
+        std::vector<bool> redraws;
+        size_t previous = 0; // the calls before the previous paint
+        for (size_t before : dc_->paints) {
+            redraws.push_back(before > previous && dc_->calls[before - 1] == clear);
+            previous = before;
+        }
+        return redraws;
+    }
+    void ClearRecords()
+    {
+        host.ClearRecords();
+        dc_->calls.clear();
+        dc_->paints.clear();
+    }
 
     static platform::PictureRef Bitmap(int32_t width = 8, int32_t height = 4)
     {
@@ -108,7 +139,7 @@ protected:
         return platform::Picture::FromIcon(platform::Icon { platform::Dib(4, 4, 32), platform::Dib(4, 4, 1) });
     }
 
-    TestHost host;
+    HeadlessHost host;
     RecordingDc* dc_;
     FailingSurface surface;
     VexPanel panel;

@@ -120,10 +120,10 @@ TEST_F(PanelTest, AFreshlyPlacedPanelDiffersInCaptionAndCaptionFontShadowOnly)
 TEST_F(PanelTest, InitPropertiesNotifiesOnlyCaptionAndRedrawsOnce)
 {
     panel.setPictureFrames(9);
-    host.ClearRecords();
+    ClearRecords();
     panel.InitProperties();
     EXPECT_EQ(host.notifications, Strings { "Caption" });
-    EXPECT_EQ(host.redraws, (std::vector<bool> { true }));
+    EXPECT_EQ(Redraws(), (std::vector<bool> { true }));
     EXPECT_EQ(panel.PictureFrames(), 1);
     EXPECT_FALSE(panel.Timer2().Enabled());
 }
@@ -182,7 +182,7 @@ TEST_F(PanelTest, LoadingTakesValuesAsTheyStand)
     EXPECT_EQ(surface.MousePointer(), 99);
     EXPECT_EQ(panel.CaptionText(), "solo");
     EXPECT_EQ(panel.Caption(), "");
-    EXPECT_TRUE(host.redraws.empty());
+    EXPECT_TRUE(Redraws().empty());
     EXPECT_TRUE(host.messageBoxes.empty());
     // Only MouseIcon is loaded through its set, which reports it.
     EXPECT_EQ(host.notifications, Strings { "MouseIcon" });
@@ -260,7 +260,7 @@ TEST_F(PanelTest, EverythingRoundTripsThroughAVxpText)
     panel.WriteProperties(saved);
     MemoryPropertyBag loaded = ParseVxp(FormatVxp(saved));
 
-    TestHost otherHost;
+    HeadlessHost otherHost;
     HeadlessSurface otherSurface(std::make_unique<NullDeviceContext>(), { 100, 50 });
     VexPanel other(otherHost, otherSurface);
     other.ReadProperties(loaded);

@@ -8,7 +8,7 @@
 
 #include "base/runtime_error.h"
 #include "headless/headless_surface.h"
-#include "headless/test_host.h"
+#include "headless/headless_host.h"
 #include "control/vex_panel.h"
 #include "pages/image_page.h"
 #include "pages/picture_import.h"
@@ -139,7 +139,7 @@ protected:
     }
 
     std::filesystem::path directory = std::filesystem::temp_directory_path() / ("vex-image-page-" + std::to_string(::getpid()));
-    control::TestHost host;
+    control::HeadlessHost host;
     control::HeadlessSurface surface { platform::Size { 40, 20 } };
     control::VexPanel panel { host, surface };
     ImagePage page { *FindPage("ImagePNG") };

@@ -3,7 +3,7 @@
 
 #include "base/runtime_error.h"
 #include "headless/headless_surface.h"
-#include "headless/test_host.h"
+#include "headless/headless_host.h"
 #include "control/vex_panel.h"
 #include "pages/panel_access.h"
 #include "pages/property_page.h"
@@ -14,7 +14,7 @@ namespace {
 using control::PropertyValue;
 
 struct Panel {
-    control::TestHost host;
+    control::HeadlessHost host;
     control::HeadlessSurface surface { platform::Size { 60, 30 } };
     control::VexPanel panel { host, surface };
     Panel() { panel.InitProperties(); }

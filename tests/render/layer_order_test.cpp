@@ -6,7 +6,7 @@
 
 #include "headless/headless_surface.h"
 #include "control/memory_property_bag.h"
-#include "headless/test_host.h"
+#include "headless/headless_host.h"
 #include "control/vex_panel.h"
 #include "paint_fixture.h"
 
@@ -26,7 +26,7 @@ struct Loaded {
         panel.ReadProperties(saved);
     }
     ColorRef Pixel(int32_t x, int32_t y) { return surface.Dc().GetPixel(x, y); }
-    TestHost host;
+    HeadlessHost host;
     HeadlessSurface surface;
     VexPanel panel;
 };

@@ -4,7 +4,7 @@
 extern "C" int ConsumerPaint()
 {
     static_assert(VEXPANEL_VERSION_MAJOR >= 0);
-    vex::control::TestHost host;
+    vex::control::HeadlessHost host;
     vex::control::HeadlessSurface surface({ 60, 30 });
     vex::control::VexPanel panel(host, surface);
     panel.setBackColor(0x00336699);

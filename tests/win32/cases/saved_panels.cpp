@@ -9,7 +9,7 @@
 
 #include "control/control_surface.h"
 #include "render/colour.h"
-#include "headless/test_host.h"
+#include "headless/headless_host.h"
 #include "control/vex_panel.h"
 #include "control/vxp_format.h"
 #include "helpers.h"
@@ -113,7 +113,7 @@ void PaintSaved(DeviceContext& dc, const std::string& text, int32_t width, int32
     // the pipeline relies on it and does not set it.
     drawn.SetBkMode(platform::kBkTransparent);
     drawn.SelectBrush(Brush::Hollow());
-    control::TestHost host;
+    control::HeadlessHost host;
     BatterySurface surface(std::move(memory), { width, height });
     control::VexPanel panel(host, surface);
     control::MemoryPropertyBag bag = control::ParseVxp(text);

@@ -1,4 +1,4 @@
-#include "headless/test_host.h"
+#include "headless/headless_host.h"
 
 #include <algorithm>
 
@@ -8,14 +8,14 @@ namespace vex::control {
 
 // ---- The form ------------------------------------------------------------------------------------------
 
-void TestForm::Activate()
+void HeadlessForm::Activate()
 {
     auto sinks = sinks_; // a handler may disconnect
     for (FormEventSink* sink : sinks)
         sink->FormActivate();
 }
 
-void TestForm::Unload()
+void HeadlessForm::Unload()
 {
     auto sinks = sinks_;
     for (FormEventSink* sink : sinks)
@@ -24,9 +24,9 @@ void TestForm::Unload()
 
 // ---- Timers on the manual clock -------------------------------------------------------------------------
 
-class TestHost::Timer : public HostTimer {
+class HeadlessHost::Timer : public HostTimer {
 public:
-    Timer(TestHost& host, std::function<void()> tick) : host_(host), tick_(std::move(tick)) { host_.timers_.push_back(this); }
+    Timer(HeadlessHost& host, std::function<void()> tick) : host_(host), tick_(std::move(tick)) { host_.timers_.push_back(this); }
     ~Timer() override { std::erase(host_.timers_, this); }
 
     void SetInterval(int32_t milliseconds) override
@@ -56,23 +56,23 @@ public:
 private:
     void Restart() { due = host_.now_ + interval_; }
 
-    TestHost& host_;
+    HeadlessHost& host_;
     std::function<void()> tick_;
     int32_t interval_ = 0;
     bool enabled_ = false;
 };
 
-TestHost::TestHost() = default;
+HeadlessHost::HeadlessHost() = default;
 
 // Every panel (and so every timer) must be gone before its host.
-TestHost::~TestHost() = default;
+HeadlessHost::~HeadlessHost() = default;
 
-std::unique_ptr<HostTimer> TestHost::CreateTimer(std::function<void()> tick)
+std::unique_ptr<HostTimer> HeadlessHost::CreateTimer(std::function<void()> tick)
 {
     return std::make_unique<Timer>(*this, std::move(tick));
 }
 
-void TestHost::Advance(int64_t milliseconds)
+void HeadlessHost::Advance(int64_t milliseconds)
 {
     int64_t target = now_ + milliseconds;
     for (;;) {
@@ -90,20 +90,20 @@ void TestHost::Advance(int64_t milliseconds)
 
 // ---- Everything else ----------------------------------------------------------------------------------
 
-int32_t TestHost::MessageBox(const std::string& text, const std::string& title, int32_t flags)
+int32_t HeadlessHost::MessageBox(const std::string& text, const std::string& title, int32_t flags)
 {
     messageBoxes.push_back(MessageBoxCall { text, title, flags });
     return 1; // OK
 }
 
-void TestHost::DoEvents()
+void HeadlessHost::DoEvents()
 {
     ++doEventsCalls;
     if (onDoEvents)
         onDoEvents();
 }
 
-ParentForm& TestHost::Parent()
+ParentForm& HeadlessHost::Parent()
 {
     if (!parentIsForm)
         Raise(ErrorCode::TypeMismatch);
@@ -111,7 +111,7 @@ ParentForm& TestHost::Parent()
 }
 
 // The backdrop's pixels under the control, black where the control reaches past it.
-platform::PictureRef TestHost::CaptureBehind(int32_t width, int32_t height)
+platform::PictureRef HeadlessHost::CaptureBehind(int32_t width, int32_t height)
 {
     ++captures;
     platform::Dib pixels(width, height, 32, true);
@@ -134,11 +134,10 @@ platform::PictureRef TestHost::CaptureBehind(int32_t width, int32_t height)
     return platform::Picture::FromBitmap(std::move(pixels));
 }
 
-void TestHost::ClearRecords()
+void HeadlessHost::ClearRecords()
 {
     notifications.clear();
     messageBoxes.clear();
-    redraws.clear();
     aboutBoxes = 0;
     doEventsCalls = 0;
     captures = 0;

@@ -1,8 +1,10 @@
 #pragma once
-// A host for tests, tools and the headless command line: it records what the panel tells its
-// container (property changes, message boxes, DrawControl calls, About boxes), drives timers
-// from a manual clock (nothing sleeps), and simulates the parent form, user mode vs design time,
-// DoEvents and the extender's Visible. The pixels behind the control come from a backdrop image.
+// The headless container, for programs without a window system (the command line, tests): a
+// manual clock drives the timers (nothing sleeps), the program drives the parent form's Activate
+// and Unload, user mode and the extender's Visible, and the pixels behind the control come from
+// a backdrop image. What the panel tells its container (property changes, message boxes, About
+// boxes, DoEvents) is kept for the program to read. The cursor and the windows on the screen
+// are the surface's (HeadlessSurface).
 
 #include <functional>
 #include <string>
@@ -20,7 +22,7 @@ struct MessageBoxCall {
 };
 
 // The parent form: Activate and Unload reach every connected panel.
-class TestForm : public ParentForm {
+class HeadlessForm : public ParentForm {
 public:
     void Connect(FormEventSink* sink) override { sinks_.push_back(sink); }
     void Disconnect(FormEventSink* sink) override { std::erase(sinks_, sink); }
@@ -32,10 +34,10 @@ private:
     std::vector<FormEventSink*> sinks_;
 };
 
-class TestHost : public Host {
+class HeadlessHost : public Host {
 public:
-    TestHost();
-    ~TestHost() override;
+    HeadlessHost();
+    ~HeadlessHost() override;
 
     // ---- Host --------------------------------------------------------------------------------------
     bool UserMode() override { return userMode; }
@@ -49,7 +51,6 @@ public:
     std::unique_ptr<HostTimer> CreateTimer(std::function<void()> tick) override;
     ParentForm& Parent() override;
     platform::PictureRef CaptureBehind(int32_t width, int32_t height) override;
-    void DrawControlCalled(bool optionCls) override { redraws.push_back(optionCls); }
 
     // ---- The manual clock ----------------------------------------------------------------------------
     // Runs every timer tick due within the next milliseconds, in time order.
@@ -65,12 +66,11 @@ public:
     std::function<void()> onDoEvents; // pending messages that DoEvents lets run
     platform::PictureRef backdrop;    // the parent's pixels, for CaptureBehind
     platform::Point controlOffset;    // where the control's client origin lies on the backdrop
-    TestForm form;
+    HeadlessForm form;
 
     // ---- What the panel did ----------------------------------------------------------------------------
     std::vector<std::string> notifications;
     std::vector<MessageBoxCall> messageBoxes;
-    std::vector<bool> redraws; // each DrawControl call's OptionCLS
     int aboutBoxes = 0;
     int doEventsCalls = 0;
     int captures = 0;
