@@ -10,7 +10,7 @@
 #include "control/vex_panel.h"
 #include "control/vxp_format.h"
 #include "headless/headless_surface.h"
-#include "headless/test_host.h"
+#include "headless/headless_host.h"
 #include "platform/soft/soft_device_context.h"
 #include "png_io.h"
 #include "qt/qt_pictures.h"
@@ -56,7 +56,7 @@ struct HeadlessRender {
 
 HeadlessRender RenderHeadless(const cli::RenderJob& job)
 {
-    control::TestHost host;
+    control::HeadlessHost host;
     control::HeadlessSurface surface(job.size);
     control::VexPanel panel(host, surface);
     if (!job.backdrop.empty()) {
