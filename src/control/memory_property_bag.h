@@ -27,6 +27,9 @@ public:
 
     // Direct access, for loading a bag and inspecting it. Set replaces a key in place or appends.
     void Set(const std::string& name, PropertyValue value);
+    // Adds a key the caller knows is not in the bag yet (a loader that checked its keys).
+    void Append(std::string name, PropertyValue value) { entries_.emplace_back(std::move(name), std::move(value)); }
+    void Reserve(size_t keys) { entries_.reserve(keys); }
     std::optional<PropertyValue> Get(const std::string& name) const;
     bool Contains(const std::string& name) const { return Get(name).has_value(); }
     const std::vector<std::pair<std::string, PropertyValue>>& Entries() const { return entries_; }

@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
-#include <sstream>
 #include <system_error>
 
 #include "base/runtime_error.h"
@@ -40,11 +39,10 @@ MemoryPropertyBag ReadVxpFile(const std::string& path)
     std::ifstream in(path, std::ios::binary);
     if (!in)
         FileError(ErrorCode::PermissionDenied, path);
-    std::ostringstream text;
-    text << in.rdbuf();
-    if (in.bad())
+    std::string text(static_cast<size_t>(size), '\0');
+    if (!in.read(text.data(), static_cast<std::streamsize>(size)))
         FileError(ErrorCode::DeviceIOError, path);
-    return ParseVxp(text.str());
+    return ParseVxp(text);
 }
 
 void WriteVxpFile(const std::string& path, const MemoryPropertyBag& bag)

@@ -1,10 +1,12 @@
-// Reading .vxp text. Two passes: the lines become a tree of entries (scalars and blocks), then
-// each top-level entry becomes a bag value: a scalar as it stands, the "Font" block as a font,
-// any other block as a picture. Every error names its line.
+// Reading .vxp text. Each top-level entry becomes a bag value: a scalar as it stands, the "Font"
+// block as a font, any other block as a picture. Every error names its line.
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "base/numeric.h"
@@ -111,6 +113,9 @@ PropertyValue ParseHex(std::string_view text, int line)
         digits.remove_suffix(1);
     if (digits.empty())
         Malformed("empty hexadecimal number", line);
+    // At most 8 digits, leading zeros included: more is beyond what the form can hold.
+    if (digits.size() > 8 && digits.find_first_not_of("0123456789ABCDEFabcdef") == std::string_view::npos)
+        Fail(static_cast<int32_t>(ErrorCode::Overflow), "hexadecimal number of more than 8 digits", line);
     uint64_t value = 0;
     for (char c : digits) {
         int digit = HexDigit(c);
@@ -123,6 +128,32 @@ PropertyValue ParseHex(std::string_view text, int line)
     return static_cast<int32_t>(static_cast<uint32_t>(value));
 }
 
+// Whether a numeral too far from 1 for a double lies below its range rather than above it:
+// by the decimal position of its first significant digit plus its exponent.
+bool BelowRange(std::string_view numeral)
+{
+    size_t e = numeral.find_first_of("eE");
+    std::string_view mantissa = numeral.substr(0, e);
+    int64_t exponent = 0;
+    if (e != std::string_view::npos) {
+        std::string_view digits = numeral.substr(e + 1);
+        if (!digits.empty() && digits.front() == '+')
+            digits.remove_prefix(1);
+        auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+        if (error == std::errc::result_out_of_range)
+            return !digits.empty() && digits.front() == '-';
+    }
+    if (!mantissa.empty() && mantissa.front() == '-')
+        mantissa.remove_prefix(1);
+    size_t point = mantissa.find('.');
+    std::string_view whole = mantissa.substr(0, point);
+    if (size_t first = whole.find_first_not_of('0'); first != std::string_view::npos)
+        return static_cast<int64_t>(whole.size() - first) + exponent <= 0;
+    std::string_view fraction = point == std::string_view::npos ? std::string_view {} : mantissa.substr(point + 1);
+    size_t first = fraction.find_first_not_of('0');
+    return first == std::string_view::npos || exponent - static_cast<int64_t>(first) <= 0;
+}
+
 PropertyValue ParseNumber(std::string_view text, int line)
 {
     char suffix = text.back();
@@ -133,13 +164,18 @@ PropertyValue ParseNumber(std::string_view text, int line)
         suffix = 0;
     if (!digits.empty() && digits.front() == '+')
         digits.remove_prefix(1);
+    // Digits, a sign, a point and an exponent only: "nan" and "inf" are not numbers here.
+    bool numeral = !digits.empty() && digits.find_first_not_of("0123456789.eE+-") == std::string_view::npos;
     double number = 0;
     auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (digits.empty() || end != digits.data() + digits.size() || error == std::errc::invalid_argument)
+    if (!numeral || end != digits.data() + digits.size() || error == std::errc::invalid_argument)
         Malformed("'" + std::string(text) + "' is not a value", line);
     bool integral = digits.find_first_of(".eE") == std::string_view::npos;
     auto overflow = [&] { Fail(static_cast<int32_t>(ErrorCode::Overflow), "number out of range: " + std::string(text), line); };
-    if (error == std::errc::result_out_of_range || !std::isfinite(number))
+    // Too small to tell from zero is zero (as it is for a single); too large is an Overflow.
+    if (error == std::errc::result_out_of_range && BelowRange(digits))
+        number = 0;
+    else if (error == std::errc::result_out_of_range || !std::isfinite(number))
         overflow();
     if (suffix == '!' || (!integral && suffix == 0)) {
         if (std::fabs(number) > 3.4028234663852886e38)
@@ -176,12 +212,14 @@ PropertyValue ParseScalar(std::string_view text, int line)
     return ParseNumber(text, line);
 }
 
-// ---- Lines into a tree ----------------------------------------------------------------------------
+// ---- Lines ----------------------------------------------------------------------------------------
 
-std::vector<Entry> ParseTree(std::string_view text)
+// Walks the lines in order and hands each one to `visitor`: Open(key, line) for `Key {`,
+// Close() for `}`, Scalar(key, line, value) for `Key = value`, each with the depth of blocks
+// around it. Syntax errors are raised here, in line order.
+template <typename Visitor>
+void ScanLines(std::string_view text, Visitor& visitor)
 {
-    std::vector<Entry> root;
-    std::vector<std::vector<Entry>*> open { &root };
     std::vector<int> openLines;
     int line = 0;
     size_t at = 0;
@@ -194,10 +232,10 @@ std::vector<Entry> ParseTree(std::string_view text)
         if (content.empty() || content.front() == '#')
             continue;
         if (content == "}") {
-            if (open.size() == 1)
+            if (openLines.empty())
                 Malformed("'}' without an open block", line);
-            open.pop_back();
             openLines.pop_back();
+            visitor.Close(openLines.size());
             continue;
         }
         size_t nameEnd = 0;
@@ -205,27 +243,73 @@ std::vector<Entry> ParseTree(std::string_view text)
             ++nameEnd;
         if (nameEnd == 0)
             Malformed("a key name is expected", line);
-        Entry entry;
-        entry.key = std::string(content.substr(0, nameEnd));
-        entry.line = line;
+        std::string_view key = content.substr(0, nameEnd);
         std::string_view rest = Trim(content.substr(nameEnd));
         if (rest == "{") {
-            if (static_cast<int>(open.size()) > kMaxDepth)
+            if (static_cast<int>(openLines.size()) >= kMaxDepth)
                 Malformed("blocks nested too deeply", line);
-            entry.block = true;
-            open.back()->push_back(std::move(entry));
-            open.push_back(&open.back()->back().children);
+            visitor.Open(key, line, openLines.size());
             openLines.push_back(line);
             continue;
         }
         if (rest.empty() || rest.front() != '=')
-            Malformed("'=' or '{' expected after " + entry.key, line);
-        entry.value = ParseScalar(Trim(rest.substr(1)), line);
-        open.back()->push_back(std::move(entry));
+            Malformed("'=' or '{' expected after " + std::string(key), line);
+        visitor.Scalar(key, line, openLines.size(), ParseScalar(Trim(rest.substr(1)), line));
     }
-    if (open.size() > 1)
+    if (!openLines.empty())
         Malformed("block opened here is not closed", openLines.back());
-    return root;
+}
+
+// The first pass: the top-level keys, to find a repeated one without holding the file's
+// entries. A key is kept as its hash and its position in the text (16 bytes a key).
+struct TopLevelKey {
+    uint64_t hash;
+    uint32_t offset; // the key's first character in the text (files are at most 64 MB)
+    uint32_t index;  // the entry's place among the top-level entries
+};
+
+struct KeyCollector {
+    std::string_view text;
+    std::vector<TopLevelKey> keys;
+
+    void Open(std::string_view key, int, size_t depth) { Note(key, depth); }
+    void Close(size_t) { }
+    void Scalar(std::string_view key, int, size_t depth, const PropertyValue&) { Note(key, depth); }
+    void Note(std::string_view key, size_t depth)
+    {
+        if (depth == 0)
+            keys.push_back({ std::hash<std::string_view> {}(key), static_cast<uint32_t>(key.data() - text.data()),
+                static_cast<uint32_t>(keys.size()) });
+    }
+};
+
+std::string_view KeyAt(std::string_view text, uint32_t offset)
+{
+    size_t end = offset;
+    while (end < text.size() && IsNameChar(text[end], end == offset))
+        ++end;
+    return text.substr(offset, end - offset);
+}
+
+// The index of the first top-level entry whose key appeared before it, or none. Sorting by
+// hash, key and place puts every repeat right after an earlier entry of the same key.
+std::optional<uint32_t> FirstRepeat(std::string_view text, std::vector<TopLevelKey>& keys)
+{
+    std::sort(keys.begin(), keys.end(), [&](const TopLevelKey& a, const TopLevelKey& b) {
+        if (a.hash != b.hash)
+            return a.hash < b.hash;
+        if (int order = KeyAt(text, a.offset).compare(KeyAt(text, b.offset)); order != 0)
+            return order < 0;
+        return a.index < b.index;
+    });
+    std::optional<uint32_t> first;
+    for (size_t i = 1; i < keys.size(); ++i) {
+        const TopLevelKey& before = keys[i - 1];
+        const TopLevelKey& key = keys[i];
+        if (key.hash == before.hash && KeyAt(text, key.offset) == KeyAt(text, before.offset) && (!first || key.index < *first))
+            first = key.index;
+    }
+    return first;
 }
 
 // ---- Blocks into fonts and pictures ---------------------------------------------------------------
@@ -373,21 +457,75 @@ platform::PictureRef ReadPicture(const Entry& block)
     }
 }
 
+// The second pass: top-level scalars go straight into the bag; a block is held as a tree only
+// until its closing line, then becomes a font or a picture.
+struct BagBuilder {
+    MemoryPropertyBag& bag;
+    std::optional<uint32_t> repeat;
+    uint32_t index = 0;
+    std::vector<Entry*> open;
+    Entry block;
+
+    void CheckRepeat(std::string_view key, int line)
+    {
+        if (repeat && index == *repeat)
+            Malformed(std::string(key) + " appears twice", line);
+        ++index;
+    }
+
+    void Open(std::string_view key, int line, size_t depth)
+    {
+        if (depth == 0) {
+            CheckRepeat(key, line);
+            block = Entry { std::string(key), line, true, {}, {} };
+            open.assign(1, &block);
+            return;
+        }
+        open.back()->children.push_back(Entry { std::string(key), line, true, {}, {} });
+        open.push_back(&open.back()->children.back());
+    }
+
+    void Close(size_t depth)
+    {
+        open.pop_back();
+        if (depth != 0)
+            return;
+        if (block.key == "Font")
+            bag.Append(block.key, ReadFont(block));
+        else
+            bag.Append(block.key, ReadPicture(block));
+        block = Entry {};
+    }
+
+    void Scalar(std::string_view key, int line, size_t depth, PropertyValue value)
+    {
+        if (depth == 0) {
+            CheckRepeat(key, line);
+            bag.Append(std::string(key), std::move(value));
+            return;
+        }
+        open.back()->children.push_back(Entry { std::string(key), line, false, std::move(value), {} });
+    }
+};
+
 } // namespace
 
+// Two passes over the text, each linear: the first checks every line and finds the first
+// repeated key, the second fills the bag. The errors come in the order a single reading would
+// meet them: any malformed line first, then the entries in order, a repeated key when its
+// entry is reached.
 MemoryPropertyBag ParseVxp(std::string_view text)
 {
+    KeyCollector collector { text, {} };
+    ScanLines(text, collector);
+    std::optional<uint32_t> repeat = FirstRepeat(text, collector.keys);
+    size_t entries = collector.keys.size();
+    collector.keys = {};
+
     MemoryPropertyBag bag;
-    for (const Entry& entry : ParseTree(text)) {
-        if (bag.Contains(entry.key))
-            Malformed(entry.key + " appears twice", entry.line);
-        if (!entry.block)
-            bag.Set(entry.key, entry.value);
-        else if (entry.key == "Font")
-            bag.Set(entry.key, ReadFont(entry));
-        else
-            bag.Set(entry.key, ReadPicture(entry));
-    }
+    bag.Reserve(entries);
+    BagBuilder builder { bag, repeat, 0, {}, {} };
+    ScanLines(text, builder);
     return bag;
 }
 

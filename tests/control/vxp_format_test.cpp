@@ -39,6 +39,8 @@ TEST(VxpFormat, ScalarsKeepTheirTypes)
                                      "J = \"a \\\"q\\\" \\\\ \\n\\t\\x01\\xE9\"\n"
                                      "K = -32768\n"
                                      "L = 3%\n"
+                                     "M = 1e-400\n" // too small to tell from zero
+                                     "N = -0.000001e-99999999999999999999!\n"
                                      "\n");
     EXPECT_EQ(std::get<int16_t>(*bag.Get("A")), 12);
     EXPECT_EQ(std::get<int32_t>(*bag.Get("B")), 40000);
@@ -52,6 +54,8 @@ TEST(VxpFormat, ScalarsKeepTheirTypes)
     EXPECT_EQ(std::get<std::string>(*bag.Get("J")), "a \"q\" \\ \n\t\x01\xE9");
     EXPECT_EQ(std::get<int16_t>(*bag.Get("K")), -32768);
     EXPECT_EQ(std::get<int16_t>(*bag.Get("L")), 3);
+    EXPECT_EQ(std::get<float>(*bag.Get("M")), 0.0f);
+    EXPECT_EQ(std::get<float>(*bag.Get("N")), 0.0f);
     EXPECT_EQ(bag.Entries().front().first, "A"); // file order
 }
 
@@ -102,6 +106,10 @@ TEST(VxpFormat, MalformedTextNamesItsLine)
         { "A = 12abc\n", 321, "line 1:" },
         { "A =\n", 321, "line 1:" },
         { "A = 1\nA = 2\n", 321, "line 2:" },
+        { "A = 1\nB = 2\nFont {\n}\nB = 3\nA = 4\nFont {\n}\n", 321, "line 5:" }, // the first repeat
+        { "A = nan\n", 321, "line 1:" },
+        { "A = inf!\n", 321, "line 1:" },
+        { "A = -infinity\n", 321, "line 1:" },
         { "}\n", 321, "line 1:" },
         { "Font {\n Name = \"x\"\n", 321, "line 1:" },
         { "Font {\n Colour = 3\n}\n", 321, "line 2:" },
@@ -116,7 +124,7 @@ TEST(VxpFormat, MalformedTextNamesItsLine)
 
 TEST(VxpFormat, HostileNumbersOverflow)
 {
-    for (const char* text : { "A = 99999999999999999999\n", "A = 2147483648&\n", "A = 40000%\n", "A = &H100000000\n",
+    for (const char* text : { "A = 99999999999999999999\n", "A = 2147483648&\n", "A = 40000%\n", "A = &H100000000\n", "A = &H000000001&\n",
              "A = 1e39\n", "A = -1e400\n", "A = 1e999999!\n" }) {
         auto [number, description] = ErrorOf(text);
         EXPECT_EQ(number, 6) << text;
