@@ -55,6 +55,13 @@ TEST(ImageFiles, ReadsABottomUp24BitBmpAndRejectsGarbage)
     std::string error;
     EXPECT_FALSE(ReadImage(path, &error));
     EXPECT_FALSE(error.empty());
+    // The header alone claiming 16384 x 16384: refused on its size, nothing built.
+    bmp.resize(54);
+    bmp[18] = 0, bmp[19] = 0x40, bmp[22] = 0, bmp[23] = 0x40, bmp[28] = 32;
+    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bmp.data()), 54);
+    error.clear();
+    EXPECT_FALSE(ReadImage(path, &error));
+    EXPECT_EQ(error, "BMP pixel data truncated");
     std::filesystem::remove(path);
     EXPECT_FALSE(ReadImage(path + ".missing"));
 }

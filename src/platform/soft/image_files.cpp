@@ -43,21 +43,22 @@ std::optional<Dib> ReadBmp(const std::vector<uint8_t>& bytes, std::string* error
         Fail(error, "unsupported BMP (compressed, unusual depth or size)");
         return std::nullopt;
     }
-    Dib file(width, height, bitCount, topDown);
-    if (bitCount <= 8) {
-        size_t entries = colorsUsed ? colorsUsed : (size_t { 1 } << bitCount);
-        size_t paletteAt = 14 + headerSize;
-        if (entries > 256 || paletteAt + entries * 4 > bytes.size()) {
-            Fail(error, "BMP palette out of range");
-            return std::nullopt;
-        }
-        for (size_t i = 0; i < entries; ++i)
-            file.palette().push_back(RgbQuad { bytes[paletteAt + i * 4], bytes[paletteAt + i * 4 + 1], bytes[paletteAt + i * 4 + 2], 0 });
+    // Everything the header claims is checked against the bytes present before the bitmaps
+    // are made: a 54-byte file cannot make us build a 16384 x 16384 image.
+    size_t entries = bitCount <= 8 ? (colorsUsed ? colorsUsed : (size_t { 1 } << bitCount)) : 0;
+    size_t paletteAt = 14 + size_t { headerSize };
+    if (entries > 256 || paletteAt + entries * 4 > bytes.size()) {
+        Fail(error, "BMP palette out of range");
+        return std::nullopt;
     }
-    if (dataOffset > bytes.size() || bytes.size() - dataOffset < file.bits().size()) {
+    uint64_t pixelBytes = uint64_t(Dib::StrideFor(width, bitCount)) * uint64_t(height);
+    if (dataOffset > bytes.size() || bytes.size() - dataOffset < pixelBytes) {
         Fail(error, "BMP pixel data truncated");
         return std::nullopt;
     }
+    Dib file(width, height, bitCount, topDown);
+    for (size_t i = 0; i < entries; ++i)
+        file.palette().push_back(RgbQuad { bytes[paletteAt + i * 4], bytes[paletteAt + i * 4 + 1], bytes[paletteAt + i * 4 + 2], 0 });
     std::memcpy(file.bits().data(), bytes.data() + dataOffset, file.bits().size());
     Dib result(width, height, 32, true);
     for (int32_t y = 0; y < height; ++y)
@@ -79,7 +80,11 @@ std::optional<Dib> ReadPng(const std::vector<uint8_t>& bytes, std::string* error
         Fail(error, image.message);
         return std::nullopt;
     }
-    if (uint64_t { image.width } * image.height > (uint64_t { 1 } << 28)) {
+    // Deflate expands at most 1032 to 1, and every row holds a filter byte and at least a bit
+    // per pixel: data that cannot fill the image is refused before the image is allocated.
+    uint64_t leastRowBytes = (uint64_t { image.width } + 7) / 8 + 1;
+    if (uint64_t { image.width } * image.height > (uint64_t { 1 } << 28)
+        || uint64_t { image.height } * leastRowBytes > uint64_t { bytes.size() } * 1032) {
         png_image_free(&image);
         Fail(error, "PNG too large");
         return std::nullopt;
