@@ -1,6 +1,6 @@
 # The README's commands. Each one first runs scripts/bootstrap, which installs whatever Debian
 # packages are missing (as root) or says exactly what to install.
-.PHONY: all setup build test test-native test-asan test-fuzz demo bench clean
+.PHONY: all setup build test test-native test-asan test-fuzz fuzz-long demo bench clean
 
 SHELL := /bin/bash
 .SHELLFLAGS := -o pipefail -c
@@ -30,6 +30,13 @@ test-fuzz: setup
 	cmake --preset fuzz
 	cmake --build --preset fuzz
 	scripts/run-fuzzers build-fuzz | tee build-fuzz/fuzz.log
+
+# Long fuzzing, not part of test: each target for FUZZ_SECONDS (default an hour) or FUZZ_RUNS
+# executions (default 10 million), whichever comes first; FUZZ_TARGETS="inflate vxp" picks some.
+fuzz-long: setup
+	cmake --preset fuzz
+	cmake --build --preset fuzz
+	FUZZ_SECONDS=$${FUZZ_SECONDS:-3600} FUZZ_RUNS=$${FUZZ_RUNS:-10000000} scripts/run-fuzzers build-fuzz | tee build-fuzz/fuzz-long.log
 
 demo: build
 	@scripts/demo build
