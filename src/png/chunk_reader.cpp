@@ -12,35 +12,35 @@ namespace vex::png {
 
 namespace {
 
-constexpr uint8_t kSignature[8] = {137, 80, 78, 71, 13, 10, 26, 10};
-
 // A file opened for binary access: a position counted from 1 and reads that never fail.
 class BinaryFile {
 public:
-    explicit BinaryFile(std::span<const uint8_t> bytes)
-        : bytes_(bytes)
-        , length_(ToInt32(static_cast<int64_t>(bytes.size())))
+    explicit BinaryFile(ByteSource& source)
+        : source_(source)
     {
     }
 
-    int32_t Length() const { return length_; }
+    // The host's LOF(). Positions are 32-bit: a file of 2^31 bytes or more is an Overflow, found
+    // when the length is first asked for (after the signature test).
+    int32_t Length() const { return ToInt32(source_.Size()); }
     int32_t Position() const { return Add32(offset_, 1); } // the host's Seek()
 
     // Reads `count` bytes into `out`; bytes past the end of the file read as 0.
     void Read(uint8_t* out, size_t count)
     {
-        size_t available = 0;
-        if (static_cast<size_t>(offset_) < bytes_.size())
-            available = std::min(count, bytes_.size() - static_cast<size_t>(offset_));
-        if (available > 0)
-            std::memcpy(out, bytes_.data() + offset_, available);
-        std::fill(out + available, out + count, uint8_t{0});
+        source_.ReadAt(offset_, out, count);
+        Skip(count);
+    }
+    // Moves on as a read of `count` bytes would; the bytes themselves are read later.
+    DataPiece Skip(size_t count)
+    {
+        DataPiece piece { offset_, count };
         offset_ = ToInt32(int64_t{offset_} + static_cast<int64_t>(count));
+        return piece;
     }
 
 private:
-    std::span<const uint8_t> bytes_;
-    int32_t length_;
+    ByteSource& source_;
     int32_t offset_ = 0;
 };
 
@@ -74,8 +74,6 @@ bool HandleChunk(std::string_view type, const std::vector<uint8_t>& buffer, Chun
         ReadHeader(buffer, state.header);
     } else if (type == "PLTE") {
         state.palette = buffer;
-    } else if (type == "IDAT") {
-        state.compressed.insert(state.compressed.end(), buffer.begin(), buffer.end());
     } else if (type == "IEND") {
         return true;
     } else if (type == "bKGD") {
@@ -106,20 +104,49 @@ void BeginStream(ChunkState& state)
 {
     state.hasBackground = false;
     state.hasTransparency = false;
-    state.compressed.clear();
+    state.imageData.clear();
+    state.imageDataSize = 0;
+}
+
+void MemorySource::ReadAt(int64_t offset, uint8_t* out, size_t count)
+{
+    size_t available = 0;
+    if (offset >= 0 && static_cast<uint64_t>(offset) < bytes_.size())
+        available = std::min(count, bytes_.size() - static_cast<size_t>(offset));
+    if (available > 0)
+        std::memcpy(out, bytes_.data() + offset, available);
+    std::fill(out + available, out + count, uint8_t{0});
+}
+
+std::vector<uint8_t> ImageData(const ChunkState& state, ByteSource& file)
+{
+    std::vector<uint8_t> joined(state.imageDataSize);
+    size_t at = 0;
+    for (const DataPiece& piece : state.imageData) {
+        file.ReadAt(piece.offset, joined.data() + at, piece.count);
+        at += piece.count;
+    }
+    return joined;
 }
 
 int32_t ReadChunks(std::span<const uint8_t> bytes, ChunkState& state, const TextInflate& inflate)
 {
+    MemorySource source(bytes);
+    return ReadChunks(source, state, inflate);
+}
+
+int32_t ReadChunks(ByteSource& source, ChunkState& state, const TextInflate& inflate)
+{
     BeginStream(state);
 
-    BinaryFile file(bytes);
+    BinaryFile file(source);
     uint8_t signature[8];
     file.Read(signature, sizeof signature);
-    if (std::memcmp(signature, kSignature, sizeof signature) != 0)
+    if (std::memcmp(signature, kPngSignature, sizeof signature) != 0)
         return kErrorSignature;
 
     std::vector<uint8_t> buffer; // the chunk buffer; deliberately kept across chunks
+    size_t bufferSize = 0;       // its size as the host sees it (image data never fills it)
     for (;;) {
         uint8_t lengthBytes[4];
         char type[4];
@@ -131,13 +158,24 @@ int32_t ReadChunks(std::span<const uint8_t> bytes, ChunkState& state, const Text
         if (Add32(file.Position(), length) > file.Length())
             return kErrorTruncated;
         if (length > 0)
-            buffer.resize(static_cast<size_t>(length));
-        file.Read(buffer.data(), buffer.size());
+            bufferSize = static_cast<size_t>(length);
+        if (std::string_view(type, 4) == "IDAT") {
+            // Every chunk's read overwrites the whole buffer, so the image data need not pass
+            // through it: its place in the file is enough.
+            DataPiece piece = file.Skip(bufferSize);
+            if (piece.count > 0) {
+                state.imageData.push_back(piece);
+                state.imageDataSize += piece.count;
+            }
+        } else {
+            buffer.resize(bufferSize);
+            file.Read(buffer.data(), buffer.size());
+        }
         file.Read(crc, 4);
         if (HandleChunk(std::string_view(type, 4), buffer, state, inflate))
             break;
     }
-    return state.compressed.empty() ? kErrorNoImageData : kErrorNone;
+    return state.imageDataSize == 0 ? kErrorNoImageData : kErrorNone;
 }
 
 } // namespace vex::png

@@ -46,13 +46,14 @@ void BuildFixedTables(Inflater::Tables& tables);
 // back the whole unused bytes and dropped the odd bits.
 Flow StoredBlock(InflateStream& stream)
 {
-    const uint64_t inputSize = uint64_t(stream.end - stream.begin);
+    stream.EnsureInput(4 + 65535);
+    const uint64_t inputSize = stream.inputTotal;
     const uint64_t position = stream.Position();
     const uint64_t loaded = std::min(inputSize, std::max((position + 7) / 8, (stream.loadedBits + 7) / 8));
     if (loaded + 5 > inputSize) // i.e. position + 4 past the last index
         return Flow::Broken;
     uint64_t at = (position + 7) / 8;
-    const uint8_t* header = stream.begin + at;
+    const uint8_t* header = stream.begin + (at - stream.inputOffset);
     const uint32_t length = header[0] | uint32_t(header[1]) << 8;
     const uint32_t lengthComplement = header[2] | uint32_t(header[3]) << 8;
     at += 4;
@@ -60,9 +61,10 @@ Flow StoredBlock(InflateStream& stream)
         stream.result = kInflateStoredLengthMismatch; // and decoding goes on
     if (at + length > inputSize || stream.outPos + length > stream.lastIndex + 1)
         return Flow::Broken;
-    std::memcpy(stream.out + stream.outPos, stream.begin + at, length);
+    stream.EnsureOutput(length);
+    std::memcpy(stream.OutAt(stream.outPos), stream.begin + (at - stream.inputOffset), length);
     stream.outPos += length;
-    stream.next = stream.begin + at + length;
+    stream.next = stream.begin + (at - stream.inputOffset) + length;
     stream.bitBuffer = 0;
     stream.bitsLeft = 0;
     stream.overrun = 0;
@@ -197,24 +199,36 @@ size_t Inflater::OutputSizeFor(int32_t capacity)
     return size_t(int64_t{capacity} + 101);
 }
 
-InflateOutcome Inflater::Run(std::span<const uint8_t> input, int32_t lastIndex, bool deflate64, uint8_t* output)
+InflateOutcome Inflater::Run(InflateStream& stream)
 {
-    InflateStream stream;
-    stream.begin = input.data();
-    stream.end = input.data() + input.size();
-    stream.next = stream.begin;
-    stream.out = output;
-    stream.lastIndex = size_t(lastIndex);
-    stream.deflate64 = deflate64;
-
     const Flow flow = RunBlocks(stream, *tables_);
     if (flow == Flow::TreeError) {
         if (onTreeError)
             onTreeError(kTreeErrorMessage);
         return {kInflateOk, 0, true};
     }
+    if (stream.sink != nullptr)
+        stream.sink->Take(stream.out, stream.outBase, stream.outPos);
     return {flow == Flow::Broken ? kInflateBroken : stream.result, stream.outPos, false};
 }
+
+namespace {
+
+InflateStream WholeStream(std::span<const uint8_t> input, int32_t lastIndex, bool deflate64, uint8_t* output)
+{
+    InflateStream stream;
+    stream.begin = input.data();
+    stream.end = input.data() + input.size();
+    stream.next = stream.begin;
+    stream.inputTotal = input.size();
+    stream.out = output;
+    stream.lastIndex = size_t(lastIndex);
+    stream.outWindowSize = size_t(lastIndex) + 1;
+    stream.deflate64 = deflate64;
+    return stream;
+}
+
+} // namespace
 
 InflateOutcome Inflater::InflateInto(std::span<const uint8_t> input, int32_t& capacity, bool deflate64,
                                      std::span<uint8_t> output)
@@ -222,7 +236,34 @@ InflateOutcome Inflater::InflateInto(std::span<const uint8_t> input, int32_t& ca
     const int32_t lastIndex = WidenCapacity(capacity);
     if (output.size() < size_t(lastIndex) + 1)
         Raise(ErrorCode::SubscriptOutOfRange);
-    return Run(input, lastIndex, deflate64, output.data());
+    InflateStream stream = WholeStream(input, lastIndex, deflate64, output.data());
+    return Run(stream);
+}
+
+InflateOutcome Inflater::InflateStreaming(InflateInput& input, uint64_t inputSize, int32_t& capacity,
+                                          InflateOutput& output, size_t keep)
+{
+    const int32_t lastIndex = WidenCapacity(capacity);
+    // The input window: a stored block's 64 KiB and its header must fit after the look-behind.
+    constexpr size_t kInputWindow = 96 * 1024;
+    // The output window: what the consumer keeps or the history, then room for a stored block
+    // and many symbols between two flushes.
+    const size_t outputWindow = std::min(size_t(lastIndex) + 1, std::max(keep, kHistory) + 160 * 1024);
+    std::unique_ptr<uint8_t[]> inputWindow(new uint8_t[kInputWindow]);
+    std::unique_ptr<uint8_t[]> outputBuffer(new uint8_t[outputWindow]);
+
+    InflateStream stream;
+    stream.source = &input;
+    stream.inputWindow = inputWindow.get();
+    stream.inputWindowSize = kInputWindow;
+    stream.begin = stream.end = stream.next = inputWindow.get();
+    stream.inputTotal = inputSize;
+    stream.out = outputBuffer.get();
+    stream.lastIndex = size_t(lastIndex);
+    stream.outWindowSize = outputWindow;
+    stream.sink = &output;
+    stream.RefillInput();
+    return Run(stream);
 }
 
 void Inflater::Inflate(std::vector<uint8_t>& data, int32_t& capacity, bool deflate64, int32_t& result)
@@ -234,7 +275,8 @@ void Inflater::Inflate(std::vector<uint8_t>& data, int32_t& capacity, bool defla
     } catch (const std::bad_alloc&) {
         Raise(ErrorCode::OutOfMemory);
     }
-    const InflateOutcome outcome = Run(data, lastIndex, deflate64, output.data());
+    InflateStream stream = WholeStream(data, lastIndex, deflate64, output.data());
+    const InflateOutcome outcome = Run(stream);
     result = outcome.result;
     if (outcome.treeError)
         return; // the data stays as it was given

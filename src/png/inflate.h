@@ -40,6 +40,10 @@
 
 namespace vex::png {
 
+namespace inflate_detail {
+struct InflateStream;
+}
+
 inline constexpr int32_t kInflateOk = 0;
 inline constexpr int32_t kInflateBroken = -1;
 inline constexpr int32_t kInflateStoredLengthMismatch = -2;
@@ -51,6 +55,24 @@ struct InflateOutcome {
     int32_t result = kInflateOk;
     size_t produced = 0;
     bool treeError = false;
+};
+
+// The streaming entry's input: the next bytes of the deflate stream, as many as asked for
+// (fewer only at its end).
+class InflateInput {
+public:
+    virtual ~InflateInput() = default;
+    virtual size_t Read(uint8_t* to, size_t count) = 0;
+};
+
+// The streaming entry's output: Take is shown the window (its first byte is output index
+// `windowStart`) whenever it fills, and once at the end, with the bytes up to index `end`
+// finished. It returns the first index it will still need; the window keeps that and the
+// last 32 KiB, and drops the rest.
+class InflateOutput {
+public:
+    virtual ~InflateOutput() = default;
+    virtual size_t Take(const uint8_t* window, size_t windowStart, size_t end) = 0;
 };
 
 class Inflater {
@@ -74,10 +96,18 @@ public:
                                std::span<uint8_t> output);
     static size_t OutputSizeFor(int32_t capacity);
 
+    // The same results again, with the input read from `input` (`inputSize` bytes in all) and
+    // the output passed to `output` through a window of about `keep` + 160 KiB bytes, where
+    // `keep` is the most the consumer holds back (a row). The consumer sees indices 0..produced;
+    // what it takes before an error is raised is to be thrown away. On a tree error it has
+    // seen nothing.
+    InflateOutcome InflateStreaming(InflateInput& input, uint64_t inputSize, int32_t& capacity,
+                                    InflateOutput& output, size_t keep);
+
     struct Tables;
 
 private:
-    InflateOutcome Run(std::span<const uint8_t> input, int32_t lastIndex, bool deflate64, uint8_t* output);
+    InflateOutcome Run(inflate_detail::InflateStream& stream);
 
     std::unique_ptr<Tables> tables_;
 };

@@ -105,17 +105,19 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
                                              const DecodeTable& distanceTable, Flow& flow)
 {
     const size_t inputSize = size_t(stream.end - stream.begin);
-    const size_t outputSize = stream.lastIndex + 1;
+    const size_t outputSize = stream.WindowEnd() - stream.outBase; // what the window can hold
     if (stream.deflate64 || stream.overrun != 0 || inputSize < kFastInputMargin || outputSize < kFastOutputMargin)
         return false;
     const uint8_t* const inputLimit = stream.end - kFastInputMargin;
     uint8_t* const outputStart = stream.out;
     uint8_t* const outputLimit = stream.out + (outputSize - kFastOutputMargin);
+    const size_t outputBase = stream.outBase;
+    const uint64_t inputBase = stream.inputOffset;
 
     const uint8_t* in = stream.next;
     uint64_t bitBuffer = stream.bitBuffer;
     unsigned bitsLeft = stream.bitsLeft;
-    uint8_t* out = stream.out + stream.outPos;
+    uint8_t* out = stream.OutAt(stream.outPos);
     if (in > inputLimit || out > outputLimit)
         return false;
 
@@ -145,12 +147,12 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
     } while (0)
 #define VEX_BITS(value, count) ((value) & ((uint64_t{1} << (count)) - 1))
 
-    auto position = [&]() VEX_ALWAYS_INLINE { return uint64_t(in - stream.begin) * 8 - bitsLeft; };
+    auto position = [&]() VEX_ALWAYS_INLINE { return (inputBase + uint64_t(in - stream.begin)) * 8 - bitsLeft; };
     auto save = [&]() VEX_ALWAYS_INLINE {
         stream.next = in;
         stream.bitBuffer = bitBuffer;
         stream.bitsLeft = bitsLeft;
-        stream.outPos = size_t(out - outputStart);
+        stream.outPos = outputBase + size_t(out - outputStart);
         if (lastDistanceSearch != 0)
             stream.loadedBits = std::max(stream.loadedBits, lastDistanceSearch);
     };
@@ -232,7 +234,7 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
         VEX_REFILL();
         entry = litLen[bitBuffer & kLitLenMask];
 
-        const size_t written = size_t(out - outputStart);
+        const size_t written = outputBase + size_t(out - outputStart);
         if (distance - 1 < written) [[likely]] {
             if (length != 0) [[likely]]
                 CopyMatch(out, distance, length);
@@ -282,6 +284,7 @@ Flow DecodeCareful(InflateStream& stream, const DecodeTable& litLen, const Decod
     stream.CleanBuffer();
     const uint64_t inputBits = stream.InputBits();
     for (;;) {
+        stream.EnsureOutput(258); // a whole symbol's output fits the window
         const uint64_t start = stream.Position();
         const uint32_t entry = stream.DecodeCarefully(litLen);
         if (entry & kEntryLiteral) {
@@ -289,7 +292,7 @@ Flow DecodeCareful(InflateStream& stream, const DecodeTable& litLen, const Decod
             // overflowed the output: the same error, without the wait.
             if (start >= inputBits || stream.outPos > stream.lastIndex)
                 RaiseSubscript();
-            stream.out[stream.outPos++] = static_cast<uint8_t>(EntryPayload(entry));
+            *stream.OutAt(stream.outPos++) = static_cast<uint8_t>(EntryPayload(entry));
             continue;
         }
         if (entry & kEntryExceptional)
@@ -321,7 +324,8 @@ Flow DecodeCareful(InflateStream& stream, const DecodeTable& litLen, const Decod
         if (distance > stream.outPos)
             RaiseSubscript();
         const size_t count = std::min<size_t>(length, stream.lastIndex + 1 - stream.outPos);
-        uint8_t* out = stream.out + stream.outPos;
+        stream.EnsureOutput(count); // deflate64 lengths reach past 258
+        uint8_t* out = stream.OutAt(stream.outPos);
         if (distance == 0) {
             std::memset(out, 0, count);
         } else {
@@ -344,8 +348,23 @@ bool forcePlainFastLoop = false;
 Flow DecodeHuffmanBlock(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance)
 {
     Flow flow;
-    if (DecodeFast(stream, litLen, distance, flow))
-        return flow;
+    for (;;) {
+        if (DecodeFast(stream, litLen, distance, flow))
+            return flow;
+        // Stopped at a window's margin: move the window on and go fast again, unless it is
+        // the stream's own end.
+        bool moved = false;
+        if (size_t(stream.end - stream.next) < 2 * kFastInputMargin && stream.MoreInput()) {
+            stream.RefillInput();
+            moved = true;
+        }
+        if (!stream.WindowIsLast() && stream.WindowEnd() - stream.outPos < 2 * kFastOutputMargin) {
+            stream.FlushOutput();
+            moved = true;
+        }
+        if (!moved)
+            break;
+    }
     return DecodeCareful(stream, litLen, distance);
 }
 

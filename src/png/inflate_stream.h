@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "png/inflate.h"
 #include "png/inflate_tables.h"
 
 namespace vex::png::inflate_detail {
@@ -40,11 +41,29 @@ inline uint64_t LoadLittleEndian64(const uint8_t* bytes)
 // After any subtable is followed, an exceptional entry is either the end of block or a hole.
 inline bool IsHole(uint32_t entry) { return (entry & (kEntryExceptional | kEntrySubtable | kEntryEndOfBlock)) == kEntryHole; }
 
+// Input and output may each be a window on a longer stream (the image decode reads the IDAT
+// data and hands on the rows a piece at a time). Positions and indices stay those of the whole
+// stream; the windows only move between symbols.
+//
+//   input:   begin ......... next ........ end          holds stream bytes from inputOffset
+//   output:  out[0] ...... out[outPos - outBase] ...   holds output indices from outBase
+//
+// The input window keeps up to 8 bytes before `next` (the bit buffer's bytes come from there,
+// and a stored block's header is read back from them); the output window keeps the last
+// kHistory bytes, as far back as a distance can reach, and whatever the consumer still needs.
+inline constexpr size_t kHistory = 32768;
+inline constexpr size_t kInputLookBehind = 8;
+
 struct InflateStream {
     // Input.
     const uint8_t* begin = nullptr;
     const uint8_t* end = nullptr;
     const uint8_t* next = nullptr;
+    uint64_t inputOffset = 0; // stream offset of *begin
+    uint64_t inputTotal = 0;  // bytes in the whole stream
+    InflateInput* source = nullptr;
+    uint8_t* inputWindow = nullptr;
+    size_t inputWindowSize = 0;
     uint64_t bitBuffer = 0;
     unsigned bitsLeft = 0;
     uint64_t overrun = 0; // zero bytes fed past the end of the input
@@ -56,16 +75,68 @@ struct InflateStream {
 
     // Output: indices 0..lastIndex exist (lastIndex is the capacity after the +100).
     uint8_t* out = nullptr;
-    size_t outPos = 0;
+    size_t outPos = 0; // the next output index
     size_t lastIndex = 0;
+    size_t outBase = 0; // output index of out[0]
+    size_t outWindowSize = 0;
+    InflateOutput* sink = nullptr;
 
     bool deflate64 = false;
     int32_t result = 0;
 
-    uint64_t InputBits() const { return uint64_t(end - begin) * 8; }
+    uint64_t InputBits() const { return inputTotal * 8; }
 
     // Bits consumed so far, zero bits past the end included.
-    uint64_t Position() const { return (uint64_t(next - begin) + overrun) * 8 - bitsLeft; }
+    uint64_t Position() const { return (inputOffset + uint64_t(next - begin) + overrun) * 8 - bitsLeft; }
+
+    bool MoreInput() const { return source != nullptr && inputOffset + uint64_t(end - begin) < inputTotal; }
+
+    // Moves the unread bytes (and a few before them) to the front of the window and reads on.
+    void RefillInput()
+    {
+        const size_t behind = std::min<size_t>(kInputLookBehind, size_t(next - begin));
+        const uint8_t* keepFrom = next - behind;
+        const size_t keep = size_t(end - keepFrom);
+        std::memmove(inputWindow, keepFrom, keep);
+        inputOffset += uint64_t(keepFrom - begin);
+        begin = inputWindow;
+        next = begin + behind;
+        const uint64_t remaining = inputTotal - inputOffset - keep;
+        const size_t want = size_t(std::min<uint64_t>(remaining, inputWindowSize - keep));
+        const size_t got = source->Read(inputWindow + keep, want);
+        end = inputWindow + keep + got;
+        if (got < want) // the reader ran dry early: the stream is shorter than it said
+            inputTotal = inputOffset + keep + got;
+    }
+
+    // At least `bytes` unread bytes in the window, or all there are.
+    void EnsureInput(size_t bytes)
+    {
+        if (size_t(end - next) < bytes && MoreInput())
+            RefillInput();
+    }
+
+    uint8_t* OutAt(size_t index) const { return out + (index - outBase); }
+    // One past the last output index the window can hold now.
+    size_t WindowEnd() const { return std::min(outBase + outWindowSize, lastIndex + 1); }
+    bool WindowIsLast() const { return sink == nullptr || outBase + outWindowSize >= lastIndex + 1; }
+
+    // Hands the finished output to the consumer and keeps only what may still be read.
+    void FlushOutput()
+    {
+        size_t needed = sink->Take(out, outBase, outPos);
+        size_t keepFrom = std::min(needed, outPos > kHistory ? outPos - kHistory : 0);
+        keepFrom = std::max(keepFrom, outBase);
+        std::memmove(out, OutAt(keepFrom), outPos - keepFrom);
+        outBase = keepFrom;
+    }
+
+    // Room for `bytes` more output in the window, unless the window already reaches the end.
+    void EnsureOutput(size_t bytes)
+    {
+        if (!WindowIsLast() && WindowEnd() - outPos < bytes)
+            FlushOutput();
+    }
 
     void NoteSearch(unsigned longest) { loadedBits = std::max(loadedBits, Position() + longest); }
 
@@ -73,6 +144,8 @@ struct InflateStream {
     void FillCarefully(unsigned want)
     {
         while (bitsLeft < want) {
+            if (next == end && MoreInput())
+                RefillInput();
             uint64_t byte = 0;
             if (next < end)
                 byte = *next++;

@@ -1,6 +1,7 @@
 #include "png/load_png.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <new>
@@ -47,11 +48,21 @@ int32_t LoadPNG::OpenPNG(const std::string& FileName)
     // The reset comes first: a file that cannot be opened still leaves the flags cleared.
     BeginStream(chunks_);
     outputBits_ = 0;
-    std::vector<uint8_t> bytes = ReadBinaryFile(FileName); // the file is closed again here
-    return OpenPNGFromMemory(bytes);
+    try {
+        FileSource file(FileName); // closed again when the decode ends, failures included
+        return Open(file);
+    } catch (const std::bad_alloc&) {
+        Raise(ErrorCode::OutOfMemory);
+    }
 }
 
 int32_t LoadPNG::OpenPNGFromMemory(std::span<const uint8_t> bytes)
+{
+    MemorySource source(bytes);
+    return Open(source);
+}
+
+int32_t LoadPNG::Open(ByteSource& file)
 {
     outputBits_ = 0;
     try {
@@ -59,12 +70,12 @@ int32_t LoadPNG::OpenPNGFromMemory(std::span<const uint8_t> bytes)
             int32_t result = 0;
             inflater_.Inflate(data, capacity, false, result);
         };
-        int32_t code = ReadChunks(bytes, chunks_, inflateText);
+        int32_t code = ReadChunks(file, chunks_, inflateText);
         if (code != kErrorNone) {
             errorNumber_ = code; // never reset to 0 here: an earlier failure stays visible
             return 0;
         }
-        Decode();
+        Decode(file);
     } catch (const std::bad_alloc&) {
         Raise(ErrorCode::OutOfMemory);
     }
@@ -76,7 +87,101 @@ ColorRef LoadPNG::CompositionBackground() const
     return ownBackgroundOn_ ? ownBackground_ : chunks_.backgroundColor;
 }
 
-void LoadPNG::Decode()
+ConversionSettings LoadPNG::Settings() const
+{
+    ConversionSettings settings;
+    settings.useAlpha = useAlpha_;
+    settings.useTransparency = useTransparency_;
+    settings.background = CompositionBackground();
+    if (toBackgroundPicture_ && backgroundPicture_ && backgroundPicture_->type() == platform::PictureType::Bitmap) {
+        settings.backgroundPicture = &backgroundPicture_->bitmap();
+        settings.pictureX = backgroundX_;
+        settings.pictureY = backgroundY_;
+    }
+    return settings;
+}
+
+namespace {
+
+// The image data after the zlib header, IDAT after IDAT, for the streaming inflate.
+class ImageDataReader final : public InflateInput {
+public:
+    ImageDataReader(ByteSource& file, const std::vector<DataPiece>& pieces, size_t skip)
+        : file_(file)
+        , pieces_(pieces)
+        , skip_(skip)
+    {
+    }
+
+    size_t Read(uint8_t* to, size_t count) override
+    {
+        size_t done = 0;
+        while (done < count && piece_ < pieces_.size()) {
+            const DataPiece& piece = pieces_[piece_];
+            if (skip_ > 0) { // the zlib header, which may span IDATs
+                size_t skipped = std::min(skip_, piece.count - at_);
+                skip_ -= skipped;
+                at_ += skipped;
+            }
+            size_t take = std::min(count - done, piece.count - at_);
+            file_.ReadAt(piece.offset + static_cast<int64_t>(at_), to + done, take);
+            done += take;
+            at_ += take;
+            if (at_ == piece.count) {
+                ++piece_;
+                at_ = 0;
+            }
+        }
+        return done;
+    }
+
+private:
+    ByteSource& file_;
+    const std::vector<DataPiece>& pieces_;
+    size_t skip_;
+    size_t piece_ = 0;
+    size_t at_ = 0;
+};
+
+// Takes the inflated rows as they come, unfilters each against the row above it and converts
+// it into the bitmap. The window's bytes are left as they are: later matches copy from them.
+class RowSink final : public InflateOutput {
+public:
+    RowSink(size_t rowLength, size_t rows, size_t step, RowConverter& converter)
+        : rowLength_(rowLength)
+        , rows_(rows)
+        , step_(step)
+        , converter_(converter)
+        , current_(rowLength - 1)
+        , previous_(rowLength - 1)
+    {
+    }
+
+    size_t Take(const uint8_t* window, size_t windowStart, size_t end) override
+    {
+        while (row_ < rows_ && next_ + rowLength_ <= end) {
+            const uint8_t* filtered = window + (next_ - windowStart);
+            std::memcpy(current_.data(), filtered + 1, rowLength_ - 1);
+            UnfilterRow(filtered[0], current_.data(), row_ == 0 ? nullptr : previous_.data(), rowLength_ - 1, step_);
+            converter_.ConvertRow(static_cast<int32_t>(row_), current_.data());
+            current_.swap(previous_);
+            ++row_;
+            next_ += rowLength_;
+        }
+        return row_ < rows_ ? next_ : end;
+    }
+
+private:
+    size_t rowLength_, rows_, step_;
+    RowConverter& converter_;
+    std::vector<uint8_t> current_, previous_;
+    size_t row_ = 0;
+    size_t next_ = 0; // output index of the next row's filter byte
+};
+
+} // namespace
+
+void LoadPNG::Decode(ByteSource& file)
 {
     const PngHeader& header = chunks_.header;
     if (!IsSupportedFormat(header.colorType, header.bitDepth))
@@ -97,30 +202,69 @@ void LoadPNG::Decode()
     }
 
     // The zlib header's two bytes are skipped unread; the Adler-32 trailer is never checked.
-    size_t skip = std::min<size_t>(2, chunks_.compressed.size());
-    std::span<const uint8_t> input(chunks_.compressed.data() + skip, chunks_.compressed.size() - skip);
+    size_t skip = std::min<size_t>(2, chunks_.imageDataSize);
+    size_t inputSize = chunks_.imageDataSize - skip;
     // Data that cannot possibly fill the image would end in the short-data error after the
     // inflate; raising it first keeps a tiny file from committing a huge output buffer.
-    if (expected > static_cast<int64_t>(input.size()) * kMaxDeflateRatio + kMaxDeflateRatio)
+    if (expected > static_cast<int64_t>(inputSize) * kMaxDeflateRatio + kMaxDeflateRatio)
         Raise(ErrorCode::SubscriptOutOfRange);
 
-    // One inflate of all the image data into one buffer, left uninitialised (every byte the
-    // decode reads was written by the inflate); the unfilter then works in place.
-    int32_t capacity = static_cast<int32_t>(expected);
-    size_t bufferSize = Inflater::OutputSizeFor(capacity);
-    std::unique_ptr<uint8_t[]> buffer(new uint8_t[bufferSize]);
-    InflateOutcome outcome = inflater_.InflateInto(input, capacity, false, std::span<uint8_t>(buffer.get(), bufferSize));
-    size_t produced = outcome.produced; // the result code is not looked at
-    if (outcome.treeError) {
-        // The inflate left the data as given: the decode goes on with the compressed bytes.
-        produced = std::min(input.size(), bufferSize);
-        std::copy_n(input.begin(), produced, buffer.get());
+    ConversionSettings settings = Settings();
+    ChunkData chunkData{chunks_.palette, chunks_.transparency, chunks_.hasTransparency};
+    std::optional<platform::Dib> bitmap;
+    bool treeError = false;
+    // Rows straight into the bitmap as they are inflated, when the bitmap's size cannot be an
+    // Overflow (which the whole-image path raises only after the inflate).
+    if (!interlaced && int64_t{platform::Dib::StrideFor(header.width, 32)} * header.height <= std::numeric_limits<int32_t>::max()) {
+        RowConverter converter(header, false, chunkData, settings);
+        ImageDataReader reader(file, chunks_.imageData, skip);
+        RowSink sink(static_cast<size_t>(rowBytes + 1), static_cast<size_t>(header.height),
+                     static_cast<size_t>(FilterStep(bitsPerPixel)), converter);
+        int32_t capacity = static_cast<int32_t>(expected);
+        InflateOutcome outcome = inflater_.InflateStreaming(reader, inputSize, capacity, sink, static_cast<size_t>(rowBytes + 1));
+        treeError = outcome.treeError;
+        if (!treeError) {
+            if (static_cast<int64_t>(outcome.produced) < expected)
+                Raise(ErrorCode::SubscriptOutOfRange); // a row beyond the data
+            if (header.colorType == 4 || header.colorType == 6)
+                haveAlpha_ = true;
+            bitmap = converter.Finish();
+        }
     }
-    // A row beyond the data is the host's subscript error.
-    if (static_cast<int64_t>(produced) < expected)
-        Raise(ErrorCode::SubscriptOutOfRange);
-
-    std::optional<platform::Dib> bitmap = BuildBitmap(buffer.get());
+    if (!bitmap) {
+        // One inflate of all the image data into one buffer, left uninitialised (every byte the
+        // decode reads was written by the inflate); the unfilter then works in place.
+        int32_t capacity = static_cast<int32_t>(expected);
+        size_t bufferSize = Inflater::OutputSizeFor(capacity);
+        std::unique_ptr<uint8_t[]> buffer(new uint8_t[bufferSize]);
+        size_t produced = 0;
+        {
+            std::vector<uint8_t> joined;
+            std::span<const uint8_t> input;
+            auto* memory = dynamic_cast<MemorySource*>(&file);
+            if (memory != nullptr && chunks_.imageData.size() == 1 &&
+                chunks_.imageData[0].offset + static_cast<int64_t>(chunks_.imageData[0].count) <= memory->Size()) {
+                input = memory->bytes().subspan(static_cast<size_t>(chunks_.imageData[0].offset) + skip, inputSize);
+            } else {
+                joined = ImageData(chunks_, file);
+                input = std::span<const uint8_t>(joined).subspan(skip);
+            }
+            if (!treeError) {
+                InflateOutcome outcome = inflater_.InflateInto(input, capacity, false, std::span<uint8_t>(buffer.get(), bufferSize));
+                produced = outcome.produced; // the result code is not looked at
+                treeError = outcome.treeError;
+            }
+            if (treeError) {
+                // The inflate left the data as given: the decode goes on with the compressed bytes.
+                produced = std::min(input.size(), bufferSize);
+                std::copy_n(input.begin(), produced, buffer.get());
+            }
+        } // the compressed data is let go here
+        // A row beyond the data is the host's subscript error.
+        if (static_cast<int64_t>(produced) < expected)
+            Raise(ErrorCode::SubscriptOutOfRange);
+        bitmap = BuildBitmap(buffer, settings, chunkData);
+    }
     if (!bitmap)
         return;
     outputBits_ = bitmap->bitCount();
@@ -129,8 +273,10 @@ void LoadPNG::Decode()
     picBox_->Picture = platform::Picture::FromBitmap(std::move(*bitmap));
 }
 
-std::optional<platform::Dib> LoadPNG::BuildBitmap(uint8_t* inflated)
+std::optional<platform::Dib> LoadPNG::BuildBitmap(std::unique_ptr<uint8_t[]>& buffer, const ConversionSettings& settings,
+                                                   const ChunkData& chunkData)
 {
+    uint8_t* inflated = buffer.get();
     const PngHeader& header = chunks_.header;
     int bitsPerPixel = BitsPerPixel(header);
     size_t rowBytes = static_cast<size_t>(PackedRowBytes(header.width, bitsPerPixel));
@@ -140,6 +286,7 @@ std::optional<platform::Dib> LoadPNG::BuildBitmap(uint8_t* inflated)
     PackedImage image;
     if (header.interlace == 1) {
         Deinterlace(inflated, header, deinterlaced);
+        buffer.reset(); // the passes are in the image now
         image = PackedImage{deinterlaced.data(), rowBytes, true};
     } else {
         UnfilterImage(inflated, rowBytes + 1, static_cast<size_t>(header.height),
@@ -149,17 +296,6 @@ std::optional<platform::Dib> LoadPNG::BuildBitmap(uint8_t* inflated)
 
     if (header.colorType == 4 || header.colorType == 6)
         haveAlpha_ = true;
-
-    ConversionSettings settings;
-    settings.useAlpha = useAlpha_;
-    settings.useTransparency = useTransparency_;
-    settings.background = CompositionBackground();
-    if (toBackgroundPicture_ && backgroundPicture_ && backgroundPicture_->type() == platform::PictureType::Bitmap) {
-        settings.backgroundPicture = &backgroundPicture_->bitmap();
-        settings.pictureX = backgroundX_;
-        settings.pictureY = backgroundY_;
-    }
-    ChunkData chunkData{chunks_.palette, chunks_.transparency, chunks_.hasTransparency};
     return ConvertImage(header, image, chunkData, settings);
 }
 

@@ -17,7 +17,8 @@
 // reports the old code. Other failures are raised as RuntimeError: the host's file errors
 // (75, 76, 70) from opening, Subscript out of range (9) when the image data runs out before
 // the last row (or the bKGD palette read goes past the palette), Overflow (6) for positions
-// past 2^31, Object variable not set (91) when a picture is produced with no PicBox set.
+// past 2^31 (a file of 2^31 bytes or more among them), Out of memory (7) when an allocation
+// fails, Object variable not set (91) when a picture is produced with no PicBox set.
 // Colour types and depths outside the supported table produce no picture and no error.
 
 #include <cstdint>
@@ -32,6 +33,7 @@
 #include "platform/picture.h"
 #include "png/chunk_reader.h"
 #include "png/inflate.h"
+#include "png/pixel_convert.h"
 
 namespace vex::png {
 
@@ -95,9 +97,12 @@ public:
     void setMessageBox(std::function<void(const std::string& text)> messageBox) { messageBox_ = std::move(messageBox); }
 
 private:
-    void Decode();
-    std::optional<platform::Dib> BuildBitmap(uint8_t* inflated);
+    int32_t Open(ByteSource& file);
+    void Decode(ByteSource& file);
+    std::optional<platform::Dib> BuildBitmap(std::unique_ptr<uint8_t[]>& inflated, const ConversionSettings& settings,
+                                             const ChunkData& chunkData);
     ColorRef CompositionBackground() const;
+    ConversionSettings Settings() const;
 
     ChunkState chunks_;
     Inflater inflater_;

@@ -61,93 +61,46 @@ std::vector<RgbQuad> PaletteQuads(const std::vector<uint8_t>& palette, int depth
 
 // ---- Opaque paths -------------------------------------------------------------------------
 
-Dib CopyPacked(const PngHeader& header, const PackedImage& image, int bitCount)
-{
-    Dib dib(header.width, header.height, bitCount, true);
-    size_t rowBytes = static_cast<size_t>(PackedRowBytes(header.width, bitCount));
-    for (int32_t y = 0; y < header.height; ++y)
-        std::memcpy(dib.row(y), image.pixels + static_cast<size_t>(y) * image.stride, rowBytes);
-    return dib;
-}
-
 // One byte per pixel from samples of 1, 2, 4 or 16 bits (16: the high byte).
-Dib ExpandToBytes(const PngHeader& header, const PackedImage& image)
+void ExpandRowToBytes(const PngHeader& header, const uint8_t* source, uint8_t* target)
 {
-    Dib dib(header.width, header.height, 8, true);
     size_t width = static_cast<size_t>(header.width);
-    for (int32_t y = 0; y < header.height; ++y) {
-        const uint8_t* source = image.pixels + static_cast<size_t>(y) * image.stride;
-        uint8_t* target = dib.row(y);
-        if (header.bitDepth == 16) {
-            for (size_t x = 0; x < width; ++x)
-                target[x] = source[2 * x];
-        } else {
-            for (size_t x = 0; x < width; ++x)
-                target[x] = static_cast<uint8_t>(SampleAt(source, x, header.bitDepth));
-        }
+    if (header.bitDepth == 16) {
+        for (size_t x = 0; x < width; ++x)
+            target[x] = source[2 * x];
+    } else {
+        for (size_t x = 0; x < width; ++x)
+            target[x] = static_cast<uint8_t>(SampleAt(source, x, header.bitDepth));
     }
-    return dib;
 }
 
-Dib RgbToBgr(const PngHeader& header, const PackedImage& image)
+void RgbRowToBgr(const PngHeader& header, const uint8_t* source, uint8_t* target)
 {
-    Dib dib(header.width, header.height, 24, true);
     size_t width = static_cast<size_t>(header.width);
-    size_t sampleBytes = header.bitDepth == 16 ? 2 : 1;
-    for (int32_t y = 0; y < header.height; ++y) {
-        const uint8_t* source = image.pixels + static_cast<size_t>(y) * image.stride;
-        uint8_t* target = dib.row(y);
-        if (sampleBytes == 1) {
-            // A pixel at a time through a 32-bit word: bytes 0 and 2 trade places. The word's
-            // fourth byte is the next pixel's first and is overwritten by it, so only the last
-            // pixel of the row, which has no next pixel to read or to write over, goes bytewise.
-            size_t x = 0;
-            for (; x + 1 < width; ++x, source += 3, target += 3) {
-                uint32_t value;
-                std::memcpy(&value, source, 4);
-                value = (value & 0xFF00FF00u) | ((value & 0xFFu) << 16) | ((value >> 16) & 0xFFu);
-                std::memcpy(target, &value, 4);
-            }
-            target[0] = source[2];
-            target[1] = source[1];
+    if (header.bitDepth == 8) {
+        // A pixel at a time through a 32-bit word: bytes 0 and 2 trade places. The word's
+        // fourth byte is the next pixel's first and is overwritten by it, so only the last
+        // pixel of the row, which has no next pixel to read or to write over, goes bytewise.
+        size_t x = 0;
+        for (; x + 1 < width; ++x, source += 3, target += 3) {
+            uint32_t value;
+            std::memcpy(&value, source, 4);
+            value = (value & 0xFF00FF00u) | ((value & 0xFFu) << 16) | ((value >> 16) & 0xFFu);
+            std::memcpy(target, &value, 4);
+        }
+        target[0] = source[2];
+        target[1] = source[1];
+        target[2] = source[0];
+    } else {
+        for (size_t x = 0; x < width; ++x, source += 6, target += 3) {
+            target[0] = source[4];
+            target[1] = source[2];
             target[2] = source[0];
-        } else {
-            for (size_t x = 0; x < width; ++x, source += 6, target += 3) {
-                target[0] = source[4];
-                target[1] = source[2];
-                target[2] = source[0];
-            }
         }
-    }
-    return dib;
-}
-
-std::optional<Dib> ConvertOpaque(const PngHeader& header, const PackedImage& image, const ChunkData& chunks)
-{
-    int depth = header.bitDepth;
-    switch (header.colorType) {
-    case 0: {
-        bool packedKept = (depth == 8) || ((depth == 1 || depth == 4) && !image.interlaced);
-        Dib dib = packedKept ? CopyPacked(header, image, depth) : ExpandToBytes(header, image);
-        dib.palette() = GreyRamp(depth);
-        return dib;
-    }
-    case 2: return RgbToBgr(header, image);
-    case 3: {
-        Dib dib = depth == 2 ? ExpandToBytes(header, image) : CopyPacked(header, image, depth);
-        dib.palette() = PaletteQuads(chunks.palette, depth);
-        return dib;
-    }
-    default: return std::nullopt;
     }
 }
 
 // ---- Paths with alpha ---------------------------------------------------------------------
-
-struct TransparentValue {
-    bool enabled = false;
-    unsigned red = 0, green = 0, blue = 0; // grey uses red
-};
 
 TransparentValue TransparentSample(const PngHeader& header, const ChunkData& chunks, bool apply)
 {
@@ -289,39 +242,6 @@ void FillBackgroundRow(const ConversionSettings& settings, int32_t y, size_t wid
     }
 }
 
-Dib ConvertWithAlpha(const PngHeader& header, const PackedImage& image, const ChunkData& chunks,
-                     const ConversionSettings& settings, bool applyTransparency, bool compose)
-{
-    size_t width = static_cast<size_t>(header.width);
-    TransparentValue transparent = TransparentSample(header, chunks, applyTransparency);
-    std::vector<RgbQuad> ramp;
-    if (header.colorType == 0 && header.bitDepth != 16)
-        ramp = GreyRamp(header.bitDepth);
-
-    if (!compose) {
-        Dib dib(header.width, header.height, 32, false);
-        for (int32_t y = 0; y < header.height; ++y)
-            ExpandRowToBgra(header, image.pixels + static_cast<size_t>(y) * image.stride, chunks, transparent, ramp,
-                            dib.row(y));
-        return dib;
-    }
-
-    Dib dib(header.width, header.height, 24, false);
-    std::vector<uint8_t> bgra(width * 4);
-    std::vector<uint8_t> background(width * 3);
-    bool pictureBackground = settings.backgroundPicture != nullptr;
-    if (!pictureBackground)
-        FillBackgroundRow(settings, 0, width, background.data());
-    for (int32_t y = 0; y < header.height; ++y) {
-        ExpandRowToBgra(header, image.pixels + static_cast<size_t>(y) * image.stride, chunks, transparent, ramp,
-                        bgra.data());
-        if (pictureBackground)
-            FillBackgroundRow(settings, y, width, background.data());
-        ComposeRow(bgra.data(), background.data(), dib.row(y), width);
-    }
-    return dib;
-}
-
 } // namespace
 
 bool TransparencyUsable(int32_t colorType, const std::vector<uint8_t>& transparency)
@@ -334,16 +254,85 @@ bool TransparencyUsable(int32_t colorType, const std::vector<uint8_t>& transpare
     }
 }
 
+RowConverter::RowConverter(const PngHeader& header, bool interlaced, const ChunkData& chunks,
+                           const ConversionSettings& settings)
+    : header_(header)
+    , chunks_(chunks)
+    , settings_(settings)
+{
+    if (!IsSupportedFormat(header.colorType, header.bitDepth))
+        return;
+    int depth = header.bitDepth;
+    bool applyTransparency = false;
+    if (header.colorType == 4 || header.colorType == 6) {
+        path_ = settings.useAlpha ? Path::Compose : Path::Bgra;
+    } else if (settings.useTransparency && chunks.hasTransparency && TransparencyUsable(header.colorType, chunks.transparency)) {
+        path_ = Path::Compose;
+        applyTransparency = true;
+    } else if (header.colorType == 2) {
+        path_ = Path::Bgr;
+    } else {
+        bool packedKept = header.colorType == 0 ? (depth == 8) || ((depth == 1 || depth == 4) && !interlaced) : depth != 2;
+        path_ = packedKept ? Path::Packed : Path::Bytes;
+    }
+
+    switch (path_) {
+    case Path::Packed:
+        bitmap_ = Dib(header.width, header.height, depth, true);
+        packedBytes_ = static_cast<size_t>(PackedRowBytes(header.width, depth));
+        break;
+    case Path::Bytes: bitmap_ = Dib(header.width, header.height, 8, true); break;
+    case Path::Bgr: bitmap_ = Dib(header.width, header.height, 24, true); break;
+    case Path::Bgra: bitmap_ = Dib(header.width, header.height, 32, false); break;
+    case Path::Compose: bitmap_ = Dib(header.width, header.height, 24, false); break;
+    case Path::None: return;
+    }
+    if (header.colorType == 0 && path_ != Path::Bgra && path_ != Path::Compose)
+        bitmap_.palette() = GreyRamp(depth);
+    else if (header.colorType == 3 && path_ != Path::Compose)
+        bitmap_.palette() = PaletteQuads(chunks.palette, depth);
+
+    if (path_ == Path::Bgra || path_ == Path::Compose) {
+        transparent_ = TransparentSample(header, chunks, applyTransparency);
+        if (header.colorType == 0 && header.bitDepth != 16)
+            ramp_ = GreyRamp(header.bitDepth);
+    }
+    if (path_ == Path::Compose) {
+        size_t width = static_cast<size_t>(header.width);
+        bgra_.resize(width * 4);
+        background_.resize(width * 3);
+        if (settings.backgroundPicture == nullptr)
+            FillBackgroundRow(settings, 0, width, background_.data());
+    }
+}
+
+void RowConverter::ConvertRow(int32_t y, const uint8_t* row)
+{
+    uint8_t* target = bitmap_.row(y);
+    switch (path_) {
+    case Path::Packed: std::memcpy(target, row, packedBytes_); break;
+    case Path::Bytes: ExpandRowToBytes(header_, row, target); break;
+    case Path::Bgr: RgbRowToBgr(header_, row, target); break;
+    case Path::Bgra: ExpandRowToBgra(header_, row, chunks_, transparent_, ramp_, target); break;
+    case Path::Compose:
+        ExpandRowToBgra(header_, row, chunks_, transparent_, ramp_, bgra_.data());
+        if (settings_.backgroundPicture != nullptr)
+            FillBackgroundRow(settings_, y, static_cast<size_t>(header_.width), background_.data());
+        ComposeRow(bgra_.data(), background_.data(), target, static_cast<size_t>(header_.width));
+        break;
+    case Path::None: break;
+    }
+}
+
 std::optional<Dib> ConvertImage(const PngHeader& header, const PackedImage& image, const ChunkData& chunks,
                                 const ConversionSettings& settings)
 {
-    if (!IsSupportedFormat(header.colorType, header.bitDepth))
+    RowConverter converter(header, image.interlaced, chunks, settings);
+    if (!converter.Supported())
         return std::nullopt;
-    if (header.colorType == 4 || header.colorType == 6)
-        return ConvertWithAlpha(header, image, chunks, settings, false, settings.useAlpha);
-    if (settings.useTransparency && chunks.hasTransparency && TransparencyUsable(header.colorType, chunks.transparency))
-        return ConvertWithAlpha(header, image, chunks, settings, true, true);
-    return ConvertOpaque(header, image, chunks);
+    for (int32_t y = 0; y < header.height; ++y)
+        converter.ConvertRow(y, image.pixels + static_cast<size_t>(y) * image.stride);
+    return converter.Finish();
 }
 
 } // namespace vex::png

@@ -54,6 +54,36 @@ struct ChunkData {
     bool hasTransparency;
 };
 
+// The colour a tRNS chunk names as transparent (grey uses red), when it applies.
+struct TransparentValue {
+    bool enabled = false;
+    unsigned red = 0, green = 0, blue = 0;
+};
+
+// The conversion a row at a time, in any order: the bitmap is made first, each packed row is
+// converted into its place. Nothing for colour types and depths the decoder does not show.
+class RowConverter {
+public:
+    RowConverter(const PngHeader& header, bool interlaced, const ChunkData& chunks, const ConversionSettings& settings);
+    bool Supported() const { return path_ != Path::None; }
+    // Converts image row y (0 = top) from its packed, unfiltered bytes.
+    void ConvertRow(int32_t y, const uint8_t* row);
+    platform::Dib Finish() { return std::move(bitmap_); }
+
+private:
+    enum class Path { None, Packed, Bytes, Bgr, Bgra, Compose };
+    const PngHeader& header_;
+    const ChunkData& chunks_;
+    const ConversionSettings& settings_;
+    Path path_ = Path::None;
+    platform::Dib bitmap_;
+    size_t packedBytes_ = 0;
+    TransparentValue transparent_;
+    std::vector<platform::RgbQuad> ramp_;
+    std::vector<uint8_t> bgra_;       // a row before composition
+    std::vector<uint8_t> background_; // the background under it
+};
+
 // The bitmap, or nothing for colour types and depths the decoder does not show.
 std::optional<platform::Dib> ConvertImage(const PngHeader& header, const PackedImage& image,
                                           const ChunkData& chunks, const ConversionSettings& settings);

@@ -147,6 +147,18 @@ TEST(LoadPNG, OpeningFilesLikeTheHost)
     EXPECT_FALSE(decoder.HaveTransparence()); // reset before the open failed
     EXPECT_EQ(decoder.OutputBitsPerPixel(), 0);
     EXPECT_EQ(RaisedBy([&] { decoder.OpenPNG((folder / "no" / "such.png").string()); }), 76);
+    // Sparse files far beyond 2^31 bytes: one that is not a PNG fails on its first 8 bytes, one
+    // that starts like a PNG is an Overflow before anything is allocated.
+    fs::path huge = folder / "huge.png";
+    std::ofstream(huge, std::ios::binary) << "GIF89a..";
+    fs::resize_file(huge, uintmax_t{40} << 30);
+    LoadPNG notPng;
+    notPng.OpenPNG(huge.string());
+    EXPECT_EQ(notPng.ErrorNumber(), 1);
+    std::ofstream(huge, std::ios::binary).write(reinterpret_cast<const char*>(kPngSignature), 8);
+    fs::resize_file(huge, uintmax_t{40} << 30);
+    EXPECT_EQ(RaisedBy([&] { notPng.OpenPNG(huge.string()); }), 6);
+    fs::remove(huge);
     // A real file decodes.
     fs::path real = folder / "real.png";
     auto bytes = PngWriter().Ihdr(7, 5, 8, 2).Chunk("gAMA", {0, 0, 0xB1, 0x8F}).Idat(WithFilterBytes(TestRgbPixels(), 21)).Iend().bytes();
