@@ -107,4 +107,48 @@ void Deinterlace(uint8_t* data, const PngHeader& header, std::vector<uint8_t>& i
     }
 }
 
+Adam7Sink::Adam7Sink(const PngHeader& header, uint8_t* image)
+    : bitsPerPixel_(BitsPerPixel(header))
+    , step_(static_cast<size_t>(FilterStep(bitsPerPixel_)))
+    , imageRowBytes_(static_cast<size_t>(PackedRowBytes(header.width, bitsPerPixel_)))
+    , width_(header.width)
+    , height_(header.height)
+    , image_(image)
+    , current_(imageRowBytes_)
+    , previous_(imageRowBytes_)
+{
+    StartPass(0);
+}
+
+// The next pass that holds data, from `pass` on (pass 7: all done).
+void Adam7Sink::StartPass(int pass)
+{
+    for (pass_ = pass; pass_ < kAdam7Passes; ++pass_) {
+        columns_ = PassColumns(width_, pass_);
+        rows_ = PassRows(height_, pass_);
+        if (columns_ != 0 && rows_ != 0)
+            break;
+    }
+    row_ = 0;
+    if (pass_ < kAdam7Passes)
+        rowLength_ = static_cast<size_t>(PassRowBytes(width_, bitsPerPixel_, pass_)) + 1;
+}
+
+size_t Adam7Sink::Take(const uint8_t* window, size_t windowStart, size_t end)
+{
+    while (pass_ < kAdam7Passes && next_ + rowLength_ <= end) {
+        const uint8_t* filtered = window + (next_ - windowStart);
+        size_t length = rowLength_ - 1;
+        std::memcpy(current_.data(), filtered + 1, length);
+        UnfilterRow(filtered[0], current_.data(), row_ == 0 ? nullptr : previous_.data(), length, step_);
+        int64_t y = kAdam7[pass_].firstRow + row_ * kAdam7[pass_].rowStep;
+        ScatterRow(current_.data(), columns_, kAdam7[pass_], bitsPerPixel_, image_ + static_cast<size_t>(y) * imageRowBytes_);
+        current_.swap(previous_);
+        next_ += rowLength_;
+        if (++row_ == rows_)
+            StartPass(pass_ + 1);
+    }
+    return pass_ < kAdam7Passes ? next_ : end;
+}
+
 } // namespace vex::png
