@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <string>
 
 namespace vex::bench {
 
@@ -113,6 +114,54 @@ std::vector<uint8_t> PaletteArt(int width, int height, std::vector<png_color>& p
     return pixels;
 }
 
+std::vector<uint8_t> Plot(int width, int height)
+{
+    std::vector<uint8_t> pixels(static_cast<size_t>(width) * height * 3, 255);
+    auto blend = [&](int x, int y, double coverage, uint8_t r, uint8_t g, uint8_t b) {
+        if (x < 0 || y < 0 || x >= width || y >= height)
+            return;
+        uint8_t* px = &pixels[(static_cast<size_t>(y) * width + x) * 3];
+        px[0] = Clamp(px[0] + (r - px[0]) * coverage);
+        px[1] = Clamp(px[1] + (g - px[1]) * coverage);
+        px[2] = Clamp(px[2] + (b - px[2]) * coverage);
+    };
+    for (int x = 60; x < width; x += std::max(1, width / 12)) // grid
+        for (int y = 0; y < height - 40; ++y)
+            blend(x, y, 1.0, 225, 225, 225);
+    for (int y = 20; y < height - 40; y += std::max(1, height / 10))
+        for (int x = 60; x < width; ++x)
+            blend(x, y, 1.0, 225, 225, 225);
+    for (int y = 0; y < height - 40; ++y) // axes
+        blend(60, y, 1.0, 0, 0, 0);
+    for (int x = 60; x < width; ++x)
+        blend(x, height - 40, 1.0, 0, 0, 0);
+    const uint8_t colours[4][3] = {{31, 119, 180}, {255, 127, 14}, {44, 160, 44}, {214, 39, 40}};
+    for (int curve = 0; curve < 4; ++curve) {
+        for (int x = 60; x < width; ++x) {
+            double u = (x - 60) / static_cast<double>(width);
+            double value = (height - 60) * (0.5 + 0.35 * std::sin(u * (6 + 3 * curve) + curve) * std::exp(-u * curve * 0.5));
+            for (int dy = -3; dy <= 3; ++dy) {
+                double distance = std::fabs(dy + (value - std::floor(value)));
+                if (distance < 2.5)
+                    blend(x, static_cast<int>(value) + dy, std::min(1.0, 2.5 - distance), colours[curve][0], colours[curve][1],
+                          colours[curve][2]);
+            }
+        }
+    }
+    return pixels;
+}
+
+std::vector<uint8_t> WithShadow(const std::vector<uint8_t>& rgb, int width, int height)
+{
+    std::vector<uint8_t> pixels(static_cast<size_t>(width) * height * 4);
+    for (size_t i = 0, n = static_cast<size_t>(width) * height; i < n; ++i) {
+        int y = static_cast<int>(i / static_cast<size_t>(width));
+        std::copy_n(&rgb[i * 3], 3, &pixels[i * 4]);
+        pixels[i * 4 + 3] = y < height - 24 ? 255 : static_cast<uint8_t>(255 - 10 * (y - (height - 24)));
+    }
+    return pixels;
+}
+
 void WriteToVector(png_structp png, png_bytep data, png_size_t length)
 {
     auto* out = static_cast<std::vector<uint8_t>*>(png_get_io_ptr(png));
@@ -120,7 +169,7 @@ void WriteToVector(png_structp png, png_bytep data, png_size_t length)
 }
 
 std::vector<uint8_t> EncodePng(int width, int height, int colorType, const std::vector<uint8_t>& pixels,
-                               const std::vector<png_color>& palette, int level)
+                               const std::vector<png_color>& palette, int level, CorpusOptions options = {})
 {
     std::vector<uint8_t> out;
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
@@ -132,13 +181,32 @@ std::vector<uint8_t> EncodePng(int width, int height, int colorType, const std::
     png_set_write_fn(png, &out, WriteToVector, nullptr);
     png_set_compression_level(png, level);
     png_set_IHDR(png, info, static_cast<png_uint_32>(width), static_cast<png_uint_32>(height), 8, colorType,
-                 PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+                 options.interlaced ? PNG_INTERLACE_ADAM7 : PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+                 PNG_FILTER_TYPE_DEFAULT);
     if (colorType == PNG_COLOR_TYPE_PALETTE)
         png_set_PLTE(png, info, palette.data(), static_cast<int>(palette.size()));
+    std::vector<png_byte> exif(4096, 0);
+    std::string description(2000, 'x');
+    char key[] = "Description", language[] = "en";
+    png_text text{};
+    if (options.ancillary) {
+        png_set_gAMA_fixed(png, info, 45455);
+        png_set_cHRM_fixed(png, info, 31270, 32900, 64000, 33000, 30000, 60000, 15000, 6000);
+        exif[0] = 'M', exif[1] = 'M', exif[3] = 42;
+        png_set_eXIf_1(png, info, static_cast<png_uint_32>(exif.size()), exif.data());
+        text.compression = PNG_ITXT_COMPRESSION_NONE;
+        text.key = key;
+        text.text = description.data();
+        text.itxt_length = description.size();
+        text.lang = language;
+        png_set_text(png, info, &text, 1);
+    }
     png_write_info(png, info);
     size_t channels = colorType == PNG_COLOR_TYPE_RGB ? 3 : colorType == PNG_COLOR_TYPE_RGBA ? 4 : 1;
+    std::vector<png_bytep> rows(static_cast<size_t>(height));
     for (int y = 0; y < height; ++y)
-        png_write_row(png, pixels.data() + static_cast<size_t>(y) * width * channels);
+        rows[static_cast<size_t>(y)] = const_cast<png_bytep>(pixels.data() + static_cast<size_t>(y) * width * channels);
+    png_write_image(png, rows.data());
     png_write_end(png, info);
     png_destroy_write_struct(&png, &info);
     return out;
@@ -146,7 +214,7 @@ std::vector<uint8_t> EncodePng(int width, int height, int colorType, const std::
 
 } // namespace
 
-CorpusFile MakeCorpusFile(ImageKind kind, int width, int height, int level)
+CorpusFile MakeCorpusFile(ImageKind kind, int width, int height, int level, CorpusOptions options)
 {
     CorpusFile file;
     file.width = width;
@@ -157,29 +225,41 @@ CorpusFile MakeCorpusFile(ImageKind kind, int width, int height, int level)
     case ImageKind::Photo:
         kindName = "photo";
         file.channels = 3;
-        file.png = EncodePng(width, height, PNG_COLOR_TYPE_RGB, Photo(width, height), palette, level);
+        file.png = EncodePng(width, height, PNG_COLOR_TYPE_RGB, Photo(width, height), palette, level, options);
         break;
     case ImageKind::Screenshot:
         kindName = "screenshot";
         file.channels = 3;
-        file.png = EncodePng(width, height, PNG_COLOR_TYPE_RGB, Screenshot(width, height), palette, level);
+        file.png = EncodePng(width, height, PNG_COLOR_TYPE_RGB, Screenshot(width, height), palette, level, options);
         break;
     case ImageKind::Gradient:
         kindName = "gradient+alpha";
         file.channels = 4;
-        file.png = EncodePng(width, height, PNG_COLOR_TYPE_RGBA, Gradient(width, height), palette, level);
+        file.png = EncodePng(width, height, PNG_COLOR_TYPE_RGBA, Gradient(width, height), palette, level, options);
+        break;
+    case ImageKind::Plot:
+        kindName = "plot";
+        file.channels = 3;
+        file.png = EncodePng(width, height, PNG_COLOR_TYPE_RGB, Plot(width, height), palette, level, options);
+        break;
+    case ImageKind::ScreenshotAlpha:
+        kindName = "screenshot+alpha";
+        file.channels = 4;
+        file.png = EncodePng(width, height, PNG_COLOR_TYPE_RGBA, WithShadow(Screenshot(width, height), width, height),
+                             palette, level, options);
         break;
     case ImageKind::PaletteArt:
         kindName = "palette art";
         file.channels = 3;
         {
             auto pixels = PaletteArt(width, height, palette);
-            file.png = EncodePng(width, height, PNG_COLOR_TYPE_PALETTE, pixels, palette, level);
+            file.png = EncodePng(width, height, PNG_COLOR_TYPE_PALETTE, pixels, palette, level, options);
         }
         break;
     }
     char name[64];
-    std::snprintf(name, sizeof name, "%s %dx%d z%d", kindName, width, height, level);
+    std::snprintf(name, sizeof name, "%s %dx%d z%d%s%s", kindName, width, height, level, options.interlaced ? " adam7" : "",
+                  options.ancillary ? " +chunks" : "");
     file.name = name;
     return file;
 }

@@ -8,7 +8,12 @@
 
 namespace vex::bench {
 
-enum class ImageKind { Photo, Screenshot, Gradient, PaletteArt };
+enum class ImageKind { Photo, Screenshot, Gradient, PaletteArt, Plot, ScreenshotAlpha };
+
+struct CorpusOptions {
+    bool interlaced = false; // Adam7
+    bool ancillary = false;  // gAMA, cHRM, eXIf and iTXt chunks, as cameras and editors write them
+};
 
 struct CorpusFile {
     std::string name;     // e.g. "photo 1024x1024 z6"
@@ -20,7 +25,8 @@ struct CorpusFile {
 
 // photo: smooth fields with fine noise (RGB); screenshot: flat panels, text-like runs, title
 // bars (RGB); gradient: RGB ramps under a radial alpha (RGBA); palette art: 8-bit palette
-// shapes with a dither pattern (decoded to RGB).
-CorpusFile MakeCorpusFile(ImageKind kind, int width, int height, int level);
+// shapes with a dither pattern (decoded to RGB); plot: axes, grid and anti-aliased curves on
+// white (RGB); screenshot+alpha: the screenshot with a translucent shadow band (RGBA).
+CorpusFile MakeCorpusFile(ImageKind kind, int width, int height, int level, CorpusOptions options = {});
 
 } // namespace vex::bench
