@@ -96,7 +96,7 @@ struct ChildCost {
 // Runs a program through rusage-of and reads its CPU time and peak resident size.
 ChildCost RunChild(const std::vector<std::string>& arguments)
 {
-    std::string command = VEX_RUSAGE_OF_PATH;
+    std::string command = VEX_RUSAGE_OF_PATH " -q";
     for (const std::string& argument : arguments)
         command += " '" + argument + "'";
     FILE* pipe = popen(command.c_str(), "r");
