@@ -458,7 +458,8 @@ platform::PictureRef ReadPicture(const Entry& block)
 }
 
 // The second pass: top-level scalars go straight into the bag; a block is held as a tree only
-// until its closing line, then becomes a font or a picture.
+// until its closing line, then becomes a font or a picture. When a key repeats, the pass only
+// looks for the errors that come before the repeat, and keeps nothing.
 struct BagBuilder {
     MemoryPropertyBag& bag;
     std::optional<uint32_t> repeat;
@@ -490,10 +491,10 @@ struct BagBuilder {
         open.pop_back();
         if (depth != 0)
             return;
-        if (block.key == "Font")
-            bag.Append(block.key, ReadFont(block));
-        else
-            bag.Append(block.key, ReadPicture(block));
+        // Converted even when it will not be kept: its errors come before a later repeat's.
+        PropertyValue value = block.key == "Font" ? PropertyValue(ReadFont(block)) : PropertyValue(ReadPicture(block));
+        if (!repeat)
+            bag.Append(block.key, std::move(value));
         block = Entry {};
     }
 
@@ -501,7 +502,8 @@ struct BagBuilder {
     {
         if (depth == 0) {
             CheckRepeat(key, line);
-            bag.Append(std::string(key), std::move(value));
+            if (!repeat)
+                bag.Append(std::string(key), std::move(value));
             return;
         }
         open.back()->children.push_back(Entry { std::string(key), line, false, std::move(value), {} });
@@ -523,7 +525,8 @@ MemoryPropertyBag ParseVxp(std::string_view text)
     collector.keys = {};
 
     MemoryPropertyBag bag;
-    bag.Reserve(entries);
+    if (!repeat)
+        bag.Reserve(entries);
     BagBuilder builder { bag, repeat, 0, {}, {} };
     ScanLines(text, builder);
     return bag;
