@@ -93,20 +93,27 @@ struct ChildCost {
     double mebibytes = 1e30; // peak resident size
 };
 
-// Runs a program through rusage-of and reads its CPU time and peak resident size.
+// Runs a program through rusage-of and reads its CPU time and peak resident size. A run that
+// fails is tried again twice (a fork can fail on a machine short of memory) before giving up.
 ChildCost RunChild(const std::vector<std::string>& arguments)
 {
     std::string command = VEX_RUSAGE_OF_PATH " -q";
     for (const std::string& argument : arguments)
         command += " '" + argument + "'";
-    FILE* pipe = popen(command.c_str(), "r");
     long micros = 0, kibibytes = 0;
     int status = -1;
-    if (pipe == nullptr || std::fscanf(pipe, "%ld %ld %d", &micros, &kibibytes, &status) != 3 || status != 0) {
-        std::fprintf(stderr, "%s failed on %s\n", arguments[0].c_str(), arguments[1].c_str());
+    for (int attempt = 0; attempt < 3 && status != 0; ++attempt) {
+        FILE* pipe = popen(command.c_str(), "r");
+        if (pipe == nullptr)
+            continue;
+        if (std::fscanf(pipe, "%ld %ld %d", &micros, &kibibytes, &status) != 3)
+            status = -1;
+        pclose(pipe);
+    }
+    if (status != 0) {
+        std::fprintf(stderr, "%s failed on %s (exit status %d)\n", arguments[0].c_str(), arguments.back().c_str(), status);
         std::exit(1);
     }
-    pclose(pipe);
     return {micros / 1e6, kibibytes / 1024.0};
 }
 
