@@ -67,6 +67,8 @@ function(vex_add_test)
   cmake_parse_arguments(T "" "NAME;TIMEOUT" "LABELS;SOURCES;LIBRARIES;PROPERTIES" ${ARGN})
   add_executable(${T_NAME} ${T_SOURCES})
   target_link_libraries(${T_NAME} PRIVATE vexpanel vexpanel_testing GTest::gtest GTest::gtest_main ${T_LIBRARIES})
+  # tests/raises.h and the other helpers shared between the folders of tests.
+  target_include_directories(${T_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   if(TARGET vexpanel_image_files)
     target_link_libraries(${T_NAME} PRIVATE vexpanel_image_files)
   endif()

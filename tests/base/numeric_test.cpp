@@ -1,23 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "base/numeric.h"
-#include "base/runtime_error.h"
+#include "raises.h"
 
 using namespace vex;
-
-namespace {
-
-int32_t ErrorOf(auto&& call)
-{
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
-
-} // namespace
+using vex::testing::RaisedBy;
 
 TEST(Rounding, HalvesGoToEven)
 {
@@ -35,31 +22,31 @@ TEST(Rounding, HalvesGoToEven)
 TEST(Rounding, OutOfRangeIsOverflow)
 {
     EXPECT_EQ(CInt(32767.4), 32767);
-    EXPECT_EQ(ErrorOf([] { CInt(32767.5); }), 6); // rounds to 32768
+    EXPECT_EQ(RaisedBy([] { CInt(32767.5); }), 6); // rounds to 32768
     EXPECT_EQ(CInt(-32768.5), -32768);            // rounds to even -32768
-    EXPECT_EQ(ErrorOf([] { CInt(-32769); }), 6);
-    EXPECT_EQ(ErrorOf([] { CLng(2147483647.5); }), 6);
-    EXPECT_EQ(ErrorOf([] { CLng(std::nan("")); }), 6);
-    EXPECT_EQ(ErrorOf([] { CByte(-1); }), 6);
-    EXPECT_EQ(ErrorOf([] { CByte(255.5); }), 6);
+    EXPECT_EQ(RaisedBy([] { CInt(-32769); }), 6);
+    EXPECT_EQ(RaisedBy([] { CLng(2147483647.5); }), 6);
+    EXPECT_EQ(RaisedBy([] { CLng(std::nan("")); }), 6);
+    EXPECT_EQ(RaisedBy([] { CByte(-1); }), 6);
+    EXPECT_EQ(RaisedBy([] { CByte(255.5); }), 6);
 }
 
 TEST(CheckedArithmetic, SixteenBitOverflowRaisesSix)
 {
     EXPECT_EQ(Add16(32000, 767), 32767);
-    EXPECT_EQ(ErrorOf([] { Add16(32000, 768); }), 6);
-    EXPECT_EQ(ErrorOf([] { Sub16(-32768, 1); }), 6);
-    EXPECT_EQ(ErrorOf([] { Mul16(256, 128); }), 6);
+    EXPECT_EQ(RaisedBy([] { Add16(32000, 768); }), 6);
+    EXPECT_EQ(RaisedBy([] { Sub16(-32768, 1); }), 6);
+    EXPECT_EQ(RaisedBy([] { Mul16(256, 128); }), 6);
     EXPECT_EQ(ToInt16(-32768), -32768);
-    EXPECT_EQ(ErrorOf([] { ToInt16(40000); }), 6);
+    EXPECT_EQ(RaisedBy([] { ToInt16(40000); }), 6);
 }
 
 TEST(CheckedArithmetic, ThirtyTwoBitOverflowRaisesSix)
 {
     EXPECT_EQ(Add32(2147483600, 47), 2147483647);
-    EXPECT_EQ(ErrorOf([] { Add32(2147483600, 48); }), 6);
-    EXPECT_EQ(ErrorOf([] { Mul32(65536, 32768); }), 6);
-    EXPECT_EQ(ErrorOf([] { Neg32(INT32_MIN); }), 6);
+    EXPECT_EQ(RaisedBy([] { Add32(2147483600, 48); }), 6);
+    EXPECT_EQ(RaisedBy([] { Mul32(65536, 32768); }), 6);
+    EXPECT_EQ(RaisedBy([] { Neg32(INT32_MIN); }), 6);
 }
 
 TEST(IntegerDivision, TruncatesTowardZero)
@@ -67,8 +54,8 @@ TEST(IntegerDivision, TruncatesTowardZero)
     EXPECT_EQ(IntDiv32(-31, 2), -15);
     EXPECT_EQ(IntDiv32(31, 2), 15);
     EXPECT_EQ(IntDiv32(-7, -2), 3);
-    EXPECT_EQ(ErrorOf([] { IntDiv32(1, 0); }), 11);
-    EXPECT_EQ(ErrorOf([] { IntDiv32(INT32_MIN, -1); }), 6);
+    EXPECT_EQ(RaisedBy([] { IntDiv32(1, 0); }), 11);
+    EXPECT_EQ(RaisedBy([] { IntDiv32(INT32_MIN, -1); }), 6);
     // Floating operands are rounded (half to even) before dividing.
     EXPECT_EQ(IntDiv(101.5, 2.0), 51); // 102 \ 2
     EXPECT_EQ(IntDiv(100.5, 2.0), 50); // 100 \ 2
@@ -77,8 +64,8 @@ TEST(IntegerDivision, TruncatesTowardZero)
 TEST(FloatingDivision, ZeroDivisorsRaiseTheHostsErrors)
 {
     EXPECT_DOUBLE_EQ(Divide(40, 16), 2.5);
-    EXPECT_EQ(ErrorOf([] { Divide(1, 0); }), 11);
-    EXPECT_EQ(ErrorOf([] { Divide(0, 0); }), 6);
+    EXPECT_EQ(RaisedBy([] { Divide(1, 0); }), 11);
+    EXPECT_EQ(RaisedBy([] { Divide(0, 0); }), 6);
 }
 
 TEST(RuntimeError, CarriesNumberAndStandardDescription)

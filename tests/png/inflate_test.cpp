@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "base/runtime_error.h"
 #include "inflate_model.h"
 #include "png/inflate.h"
 #include "png/inflate_stream.h"
+#include "raises.h"
 
 using namespace vex;
 using namespace vex::png;
@@ -21,6 +21,7 @@ using vex::png::testing::Compare;
 using vex::png::testing::ModelInflate;
 using vex::png::testing::ModelOutcome;
 using vex::png::testing::RealInflate;
+using vex::testing::RaisedBy;
 
 namespace {
 
@@ -276,16 +277,6 @@ Decoded Inflate(const Bytes& stream, int32_t capacity, bool deflate64 = false)
     return Inflate(inflater, stream, capacity, deflate64);
 }
 
-int32_t RaisedBy(auto&& call)
-{
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
-
 // A dynamic block header whose literal/length code gives `litLengths` (257 or more entries) and
 // whose distance code gives `distanceLengths`, written with a code-length code of 5-bit codes
 // for the lengths 0..15 (no run-length symbols). Returns the canonical codes of both.
@@ -334,17 +325,27 @@ DynamicCodes DynamicHeader(BitWriter& writer, const std::vector<uint8_t>& litLen
 
 // ---- Against zlib -----------------------------------------------------------------------------
 
-TEST(InflateZlib, EveryLevelAndStrategy)
+// Every level and strategy; window sizes and memory levels; the input fed in small pieces with
+// each flush (many small blocks, empty stored blocks after sync and full flushes, blocks that end
+// mid-byte after partial flushes and Z_BLOCK).
+TEST(InflateZlib, EveryEncoderSetting)
 {
-    const int strategies[] = {Z_DEFAULT_STRATEGY, Z_FILTERED, Z_HUFFMAN_ONLY, Z_RLE, Z_FIXED};
+    std::vector<Settings> all;
+    for (int level = 0; level <= 9; ++level)
+        for (int strategy : {Z_DEFAULT_STRATEGY, Z_FILTERED, Z_HUFFMAN_ONLY, Z_RLE, Z_FIXED})
+            all.push_back({level, strategy});
+    for (int windowBits = 8; windowBits <= 15; ++windowBits)
+        for (int level : {1, 6, 9})
+            for (int memLevel : {1, 8, 9})
+                all.push_back({level, Z_DEFAULT_STRATEGY, windowBits, memLevel});
+    for (int flush : {Z_SYNC_FLUSH, Z_FULL_FLUSH, Z_PARTIAL_FLUSH, Z_BLOCK})
+        for (size_t piece : {size_t{1}, size_t{7}, size_t{1000}})
+            for (int level : {0, 1, 6})
+                all.push_back({level, Z_DEFAULT_STRATEGY, 15, 8, flush, piece});
     for (const Input& input : Inputs())
-        for (int level = 0; level <= 9; ++level)
-            for (int strategy : strategies) {
-                Settings settings;
-                settings.level = level;
-                settings.strategy = strategy;
+        for (const Settings& settings : all)
+            if (settings.piece != 1 || input.bytes.size() <= 5000)
                 ExpectRoundTrip(input, settings);
-            }
 }
 
 // The fast loop is built twice (plain and BMI2, chosen by the processor); both must agree.
@@ -361,39 +362,6 @@ TEST(InflateZlib, PlainFastLoopToo)
             }
     ExpectRoundTrip({"large image rows", ImageRows(300, 200, 9)}, Settings{});
     inflate_detail::forcePlainFastLoop = false;
-}
-
-TEST(InflateZlib, WindowSizesAndMemoryLevels)
-{
-    for (const Input& input : Inputs())
-        for (int windowBits = 8; windowBits <= 15; ++windowBits)
-            for (int level : {1, 6, 9})
-                for (int memLevel : {1, 8, 9}) {
-                    Settings settings;
-                    settings.level = level;
-                    settings.windowBits = windowBits;
-                    settings.memLevel = memLevel;
-                    ExpectRoundTrip(input, settings);
-                }
-}
-
-// Fed in small pieces with flushes: many small blocks, empty stored blocks after sync and full
-// flushes, blocks that end mid-byte after partial flushes and Z_BLOCK.
-TEST(InflateZlib, FlushedPieces)
-{
-    const int flushes[] = {Z_SYNC_FLUSH, Z_FULL_FLUSH, Z_PARTIAL_FLUSH, Z_BLOCK};
-    for (const Input& input : Inputs())
-        for (int flush : flushes)
-            for (size_t piece : {size_t{1}, size_t{7}, size_t{1000}})
-                for (int level : {0, 1, 6}) {
-                    if (piece == 1 && input.bytes.size() > 5000)
-                        continue;
-                    Settings settings;
-                    settings.level = level;
-                    settings.flush = flush;
-                    settings.piece = piece;
-                    ExpectRoundTrip(input, settings);
-                }
 }
 
 TEST(InflateZlib, LargeImageAndText)

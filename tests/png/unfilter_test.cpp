@@ -74,22 +74,6 @@ TEST(Unfilter, EveryFilterAndStepMatchesTheTextbookRules)
     }
 }
 
-TEST(Unfilter, AverageSumsBeforeHalvingAndUsesTheFilterStep)
-{
-    // up = 255, left = 255: (255 + 255) / 2 = 255 is added; a byte-wide sum would add 127.
-    uint8_t previous[2] = {0, 255};
-    uint8_t row[2] = {255, 0};
-    UnfilterRow(kFilterAverage, row, previous, 2, 1);
-    EXPECT_EQ(row[0], 255);
-    EXPECT_EQ(row[1], 255);
-
-    // With a 2-byte step, bytes 0 and 1 have no left and add up / 2 only.
-    uint8_t above[4] = {100, 50, 10, 20};
-    uint8_t wide[4] = {1, 1, 1, 1};
-    UnfilterRow(kFilterAverage, wide, above, 4, 2);
-    EXPECT_EQ((std::vector<uint8_t>(wide, wide + 4)), (std::vector<uint8_t>{51, 26, 31, 24}));
-}
-
 TEST(Unfilter, FirstRowSeesZerosAndUnknownTypesCopy)
 {
     // Up and Paeth on the first row: up = upper-left = 0, so Up copies and Paeth is Sub.
@@ -104,23 +88,6 @@ TEST(Unfilter, FirstRowSeesZerosAndUnknownTypesCopy)
     UnfilterImage(rows, 4, 3, 1);
     EXPECT_EQ((std::vector<uint8_t>(rows, rows + 12)),
               (std::vector<uint8_t>{7, 9, 9, 9, 255, 3, 3, 3, 2, 4, 4, 4}));
-}
-
-TEST(Unfilter, SubWrapsAndLooksBackOneWholePixel)
-{
-    uint8_t row[] = {200, 100, 10, 100, 60, 1};
-    UnfilterRow(kFilterSub, row, nullptr, 6, 3);
-    EXPECT_EQ((std::vector<uint8_t>(row, row + 6)), (std::vector<uint8_t>{200, 100, 10, 44, 160, 11}));
-}
-
-TEST(Geometry, FilterStepAndRowLength)
-{
-    EXPECT_EQ(FilterStep(BitsPerPixel({1, 1, 1, 0})), 1);
-    EXPECT_EQ(PackedRowBytes(1, 1) + 1, 2);
-    EXPECT_EQ(FilterStep(BitsPerPixel({1, 1, 16, 6})), 8);
-    EXPECT_EQ(FilterStep(BitsPerPixel({1, 1, 8, 2})), 3);
-    EXPECT_EQ(BitsPerPixel({1, 1, 8, 5}), 0);
-    EXPECT_EQ(PackedRowBytes(9, 2), 3);
 }
 
 // The pass pattern rule must give the bytes of exactly the columns a pass owns.
@@ -138,19 +105,6 @@ TEST(Adam7, PassRowBytesFollowThePatternsForEveryWidthAndDepth)
             }
         }
     }
-    // By hand: at 1 bit, pass 2 owns column 4, so a width of 4 gives it nothing and 5 one byte.
-    EXPECT_EQ(PassRowBytes(5, 1, 0), 1);
-    EXPECT_EQ(PassRowBytes(4, 1, 1), 0);
-    EXPECT_EQ(PassRowBytes(5, 1, 1), 1);
-    EXPECT_EQ(PassRowBytes(33, 8, 6), 33);
-}
-
-TEST(Adam7, DataSizeSkipsEmptyPasses)
-{
-    // A 1x1 image is all pass 1: one filter byte and one pixel.
-    EXPECT_EQ(InterlacedDataSize(1, 1, 8), 2);
-    // 8x8 at 8 bits: pass rows x (bytes + 1): 1x2 + 1x2 + 1x3 + 2x3 + 2x5 + 4x5 + 4x9 = 79
-    EXPECT_EQ(InterlacedDataSize(8, 8, 8), 79);
 }
 
 // Each pixel's value is its position; de-interlacing must put every one back in place, also
