@@ -40,21 +40,6 @@ TEST(CreateBitmapFromDib, PalettedDepthsResolveTheirPalette)
     EXPECT_EQ(PixelAfterBlit(bytes, 1, 0), Rgb(0, 0, 0));
 }
 
-TEST(CreateBitmapFromDib, BottomUpAndTopDownGiveTheSameImage)
-{
-    for (int bits : { 24, 32 }) {
-        Dib bottomUp(2, 3, bits, false), topDown(2, 3, bits, true);
-        for (Dib* dib : { &bottomUp, &topDown }) {
-            uint8_t* row = dib->row(0); // image row 0 is the top whatever the storage
-            row[0] = 0x11, row[1] = 0x22, row[2] = 0x33;
-        }
-        EXPECT_EQ(bottomUp.bits()[bottomUp.stride() * 2], 0x11) << "bottom-up stores the top row last";
-        EXPECT_EQ(PixelAfterBlit(bottomUp, 0, 0), Rgb(0x33, 0x22, 0x11));
-        EXPECT_EQ(PixelAfterBlit(topDown, 0, 0), Rgb(0x33, 0x22, 0x11));
-        EXPECT_EQ(PixelAfterBlit(bottomUp, 0, 2), 0u);
-    }
-}
-
 TEST(MemoryContext, SelectBitmapReturnsTheDisplacedOneAndTheStockIsEmpty)
 {
     auto dc = SoftDeviceContext::CreateSurface(4, 4);

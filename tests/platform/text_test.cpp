@@ -57,35 +57,6 @@ TEST(DrawText, TextFollowsWindows1252)
     EXPECT_EQ(Calc("\xE2\x82\xAC", { 0, 0, 100, 0 }, dt::SingleLine).right, FontFace::For(FontDesc {})->Advance(0x80));
 }
 
-TEST(Fonts, DefaultFaceIsTheThirteenPixelBitmapStrike)
-{
-    auto face = FontFace::For(FontDesc {});
-    EXPECT_TRUE(face->IsBitmapFace());
-    EXPECT_NE(face->File().find("sserife.fon"), std::string::npos);
-    EXPECT_EQ(face->Metrics().height, 13);
-    EXPECT_EQ(face->Metrics().ascent, 11);
-    EXPECT_EQ(face->Metrics().internalLeading, 2);
-    EXPECT_EQ(face, FontFace::For(FontDesc {})); // cached
-    FontDesc bigger;
-    bigger.size = 24;
-    EXPECT_EQ(FontFace::For(bigger)->Metrics().height, 40); // the 20-pixel strike enlarged twice
-}
-
-TEST(Fonts, TahomaIsAnOutlineFaceAndUnknownNamesFallBack)
-{
-    FontDesc tahoma;
-    tahoma.name = "Tahoma";
-    auto face = FontFace::For(tahoma);
-    EXPECT_FALSE(face->IsBitmapFace());
-    EXPECT_NE(face->File().find("tahoma.ttf"), std::string::npos);
-    EXPECT_EQ(face->Metrics().height, 13);
-    FontDesc unknown;
-    unknown.name = "No Such Face Anywhere";
-    auto fallback = FontFace::For(unknown);
-    EXPECT_FALSE(fallback->File().empty());
-    EXPECT_GT(fallback->Metrics().height, 0);
-}
-
 TEST(LineBreaks, SpacesHyphensAndPunctuation)
 {
     auto breaks = [](std::string_view text) {

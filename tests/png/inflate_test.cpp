@@ -442,15 +442,6 @@ TEST(InflateModel, DamagedStreamsAgree)
 
 // ---- The rules, on hand-made streams ----------------------------------------------------------
 
-TEST(InflateRules, StoredBlockIsCopiedExactly)
-{
-    Bytes payload = Text(1000, 3);
-    Decoded run = Inflate(BitWriter().Stored(payload, true).Finish(), 1000);
-    EXPECT_EQ(run.result, kInflateOk);
-    EXPECT_EQ(run.data, payload);
-    EXPECT_EQ(run.capacity, 1100);
-}
-
 TEST(InflateRules, StoredLengthMismatchReportsAndGoesOn)
 {
     Bytes stream = BitWriter().Stored({1, 2, 3}, false, 0x0100).Stored({4, 5}, true).Finish();
@@ -478,14 +469,6 @@ TEST(InflateRules, StoredBlockPastTheInputOrOutputIsBroken)
     // the same block followed by the stream's trailer is not.
     EXPECT_EQ(Inflate(BitWriter().Stored({}, true).Finish(0), 10).result, kInflateBroken);
     EXPECT_EQ(Inflate(BitWriter().Stored({}, true).Finish(1), 10).result, kInflateOk);
-}
-
-TEST(InflateRules, FixedBlockRepeatsOneByteWithDistanceOne)
-{
-    Bytes stream = BitWriter().Header(true, 1).Fixed('q').Fixed(285).FixedDistance(0).Fixed(256).Finish();
-    Decoded run = Inflate(stream, 259);
-    EXPECT_EQ(run.result, kInflateOk);
-    EXPECT_EQ(run.data, Bytes(259, 'q'));
 }
 
 TEST(InflateRules, TwoFixedBlocksAndTwoCallsShareTheFixedTrees)

@@ -162,44 +162,6 @@ TEST(LoadPNG, TreeErrorGoesToTheMessageBoxAndTheDecodeGoesOn)
     EXPECT_EQ(decoder.ErrorNumber(), 0);
 }
 
-// One RGBA row: alpha 128, 0, 255, 1 over a 255/0/77 source.
-std::vector<uint8_t> AlphaRow()
-{
-    return {0, 255, 0, 77, 128, 255, 0, 77, 0, 255, 0, 77, 255, 255, 0, 77, 1};
-}
-
-TEST(LoadPNG, AlphaComposesOntoTheChosenColour)
-{
-    auto file = PngWriter().Ihdr(4, 1, 8, 6).Chunk("bKGD", {0, 0, 0, 100, 0, 0}).Idat(AlphaRow()).Iend().bytes();
-
-    LoadPNG kept; // SetAlpha off: 32 bits, alpha bytes in place
-    auto raw = DecodeInto(kept, file);
-    ASSERT_TRUE(raw.dib());
-    EXPECT_EQ(raw.dib()->bitCount(), 32);
-    EXPECT_FALSE(raw.dib()->topDown());
-    EXPECT_EQ((std::vector<uint8_t>(raw.dib()->row(0), raw.dib()->row(0) + 8)),
-              (std::vector<uint8_t>{77, 0, 255, 128, 77, 0, 255, 0}));
-    EXPECT_TRUE(kept.HaveAlpha());
-
-    LoadPNG onFileColour; // the file's bKGD: green 100
-    onFileColour.setSetAlpha(true);
-    auto composed = DecodeInto(onFileColour, file);
-    ASSERT_TRUE(composed.dib());
-    EXPECT_EQ(composed.dib()->bitCount(), 24);
-    EXPECT_EQ(onFileColour.BkgdColor(), Rgb(0, 100, 0));
-    // alpha 128: red (255*128 + 0 + 255) / 256 = 128; green (0 + 100*127 + 255) / 256 = 50
-    EXPECT_EQ(composed.dib()->pixel(0, 0), Rgb(128, 50, (77 * 128 + 255) / 256));
-    EXPECT_EQ(composed.dib()->pixel(1, 0), Rgb(0, 100, 0));   // alpha 0: the background exactly
-    EXPECT_EQ(composed.dib()->pixel(2, 0), Rgb(255, 0, 77));  // alpha 255: the source exactly
-    EXPECT_EQ(composed.dib()->pixel(3, 0), Rgb((255 + 255) / 256, (100 * 254 + 255) / 256, (77 + 255) / 256));
-
-    LoadPNG onOwnColour;
-    onOwnColour.setSetAlpha(true);
-    onOwnColour.SetOwnBkgndColor(true, Rgb(0, 0, 200));
-    auto own = DecodeInto(onOwnColour, file);
-    EXPECT_EQ(own.dib()->pixel(1, 0), Rgb(0, 0, 200));
-}
-
 // RGB and RGBA rows of every width up to 9: the conversions work on several pixels at a time and
 // finish rows pixel by pixel, and both parts must keep each channel in its place.
 TEST(LoadPNG, RgbAndRgbaRowsOfEveryWidthKeepTheirChannels)
