@@ -5,16 +5,12 @@ namespace vex::control {
 PropertyValue MemoryPropertyBag::ReadProperty(const std::string& name, const PropertyValue& defaultValue)
 {
     std::optional<PropertyValue> stored = Get(name);
-    PropertyValue value = stored ? *stored : defaultValue;
-    log_.push_back(BagOperation { BagOperation::Read, name, value, defaultValue, stored.has_value() });
-    return value;
+    return stored ? *stored : defaultValue;
 }
 
 void MemoryPropertyBag::WriteProperty(const std::string& name, const PropertyValue& value, const PropertyValue& defaultValue)
 {
-    bool write = !SameValue(value, defaultValue);
-    log_.push_back(BagOperation { BagOperation::Write, name, value, defaultValue, write });
-    if (write) {
+    if (!SameValue(value, defaultValue)) {
         Set(name, value);
     } else {
         // A value back at its default leaves no key behind, as a fresh save would.

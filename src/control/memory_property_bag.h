@@ -1,7 +1,6 @@
 #pragma once
-// A property bag in memory: keys in the order they were first written (or loaded), typed values,
-// and a log of every read and write with the default it came with, so that tests can check the
-// order and types of the panel's persistence. The .vxp text file reads into and writes from one.
+// A property bag in memory: keys in the order they were first written (or loaded), typed values.
+// The .vxp text file reads into and writes from one.
 
 #include <optional>
 #include <string>
@@ -11,14 +10,6 @@
 #include "control/property_bag.h"
 
 namespace vex::control {
-
-struct BagOperation {
-    enum Kind { Read, Write } kind;
-    std::string name;
-    PropertyValue value;        // what was read (the default when missing) or what was offered
-    PropertyValue defaultValue;
-    bool stored;                // read: the key was present; write: the value was written
-};
 
 class MemoryPropertyBag : public PropertyBag {
 public:
@@ -34,12 +25,8 @@ public:
     bool Contains(const std::string& name) const { return Get(name).has_value(); }
     const std::vector<std::pair<std::string, PropertyValue>>& Entries() const { return entries_; }
 
-    const std::vector<BagOperation>& Log() const { return log_; }
-    void ClearLog() { log_.clear(); }
-
 private:
     std::vector<std::pair<std::string, PropertyValue>> entries_;
-    std::vector<BagOperation> log_;
 };
 
 } // namespace vex::control

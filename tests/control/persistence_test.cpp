@@ -5,6 +5,7 @@
 #include "control/vxp_format.h"
 #include "panel_fixture.h"
 #include "render/colour.h"
+#include "testing/logging_property_bag.h"
 
 namespace vex::control::testing {
 namespace {
@@ -36,7 +37,7 @@ Strings WriteOrderFromReadOrder()
     return order;
 }
 
-Strings Keys(const MemoryPropertyBag& bag, BagOperation::Kind kind)
+Strings Keys(const LoggingPropertyBag& bag, BagOperation::Kind kind)
 {
     Strings keys;
     for (const BagOperation& operation : bag.Log())
@@ -45,7 +46,7 @@ Strings Keys(const MemoryPropertyBag& bag, BagOperation::Kind kind)
     return keys;
 }
 
-const BagOperation& Operation(const MemoryPropertyBag& bag, const std::string& key)
+const BagOperation& Operation(const LoggingPropertyBag& bag, const std::string& key)
 {
     for (const BagOperation& operation : bag.Log())
         if (operation.name == key)
@@ -55,7 +56,7 @@ const BagOperation& Operation(const MemoryPropertyBag& bag, const std::string& k
 
 TEST_F(PanelTest, ReadsAllKeysInOrderWithTheirDefaultTypes)
 {
-    MemoryPropertyBag bag;
+    LoggingPropertyBag bag;
     panel.ReadProperties(bag);
     EXPECT_EQ(Keys(bag, BagOperation::Read), kReadOrder);
     // Booleans persisted against a 16-bit 0 rather than False, and the colour that is too.
@@ -75,9 +76,9 @@ TEST_F(PanelTest, ReadsAllKeysInOrderWithTheirDefaultTypes)
 
 TEST_F(PanelTest, WritesAllKeysInTheWriteOrderWithTheSameDefaults)
 {
-    MemoryPropertyBag readBag;
+    LoggingPropertyBag readBag;
     panel.ReadProperties(readBag);
-    MemoryPropertyBag bag;
+    LoggingPropertyBag bag;
     panel.WriteProperties(bag);
     EXPECT_EQ(Keys(bag, BagOperation::Write), WriteOrderFromReadOrder());
     for (const std::string& key : kReadOrder)
@@ -89,7 +90,7 @@ TEST_F(PanelTest, WritesAllKeysInTheWriteOrderWithTheSameDefaults)
 
 TEST_F(PanelTest, AnEmptyBagLoadsExactlyTheDefaults)
 {
-    MemoryPropertyBag bag;
+    LoggingPropertyBag bag;
     panel.ReadProperties(bag);
     for (const BagOperation& read : bag.Log())
         EXPECT_TRUE(SameValue(panel.PersistedValue(read.name), read.defaultValue)) << read.name;
@@ -102,7 +103,7 @@ TEST_F(PanelTest, AFreshlyPlacedPanelDiffersInCaptionAndCaptionFontShadowOnly)
 {
     host.displayName = "VexPanel3";
     panel.InitProperties();
-    MemoryPropertyBag bag;
+    LoggingPropertyBag bag;
     panel.WriteProperties(bag);
     ASSERT_EQ(bag.Entries().size(), 2u);
     EXPECT_EQ(bag.Entries()[0].first, "CaptionFontShadow"); // written in its place, before the tail
@@ -132,7 +133,7 @@ TEST_F(PanelTest, BlackCaptionFontShadowIsNeverWritten)
 {
     panel.InitProperties();
     panel.setCaptionFontShadow(0);
-    MemoryPropertyBag bag;
+    LoggingPropertyBag bag;
     panel.WriteProperties(bag);
     EXPECT_FALSE(bag.Contains("CaptionFontShadow"));
     EXPECT_FALSE(Operation(bag, "CaptionFontShadow").stored);
@@ -146,7 +147,7 @@ TEST_F(PanelTest, WrittenValuesCarryTheirFieldsTypes)
     panel.setEnabled(false);
     panel.setMousePointer(TypeMousePointer::Hourglass);
     panel.setBackColor(0x010203);
-    MemoryPropertyBag bag;
+    LoggingPropertyBag bag;
     panel.WriteProperties(bag);
     EXPECT_EQ(TypeOf(*bag.Get("CaptionEfect")), ValueType::Boolean);
     EXPECT_EQ(std::get<int16_t>(*bag.Get("Appearance")), 2);
@@ -158,7 +159,7 @@ TEST_F(PanelTest, WrittenValuesCarryTheirFieldsTypes)
 
 TEST_F(PanelTest, LoadingTakesValuesAsTheyStand)
 {
-    MemoryPropertyBag bag;
+    LoggingPropertyBag bag;
     bag.Set("PictureFrames", int16_t(0));
     bag.Set("PictureAnimDelay", int16_t(0));
     bag.Set("Panel3DBorderWidth", int16_t(-4));
@@ -193,7 +194,7 @@ TEST_F(PanelTest, LoadingTakesValuesAsTheyStand)
 
 TEST_F(PanelTest, LoadingAnOutOfRangeValueOverflowsKeepingEarlierKeys)
 {
-    MemoryPropertyBag bag;
+    LoggingPropertyBag bag;
     bag.Set("WinBackColor", int32_t(0x445566));
     bag.Set("WinContrast", int32_t(70000));
     bag.Set("CaptionAlignment", int16_t(1));
@@ -209,7 +210,7 @@ TEST_F(PanelTest, LoadingAnOutOfRangeValueOverflowsKeepingEarlierKeys)
 
 TEST_F(PanelTest, AWrongTypeInTheBagIsATypeMismatch)
 {
-    MemoryPropertyBag bag;
+    LoggingPropertyBag bag;
     bag.Set("Appearance", std::string("two"));
     try {
         panel.ReadProperties(bag);
@@ -226,7 +227,7 @@ TEST_F(PanelTest, AWrongTypeInTheBagIsATypeMismatch)
 TEST_F(PanelTest, AParentThatIsNotAFormFailsBeforeAnyKeyIsRead)
 {
     host.parentIsForm = false;
-    MemoryPropertyBag bag;
+    LoggingPropertyBag bag;
     try {
         panel.ReadProperties(bag);
         FAIL() << "no error";
