@@ -21,6 +21,7 @@ int CommandPngInfo(Arguments arguments);
 int CommandPng2Bmp(Arguments arguments);
 int CommandPages(Arguments arguments);
 int CommandPicture(Arguments arguments);
+int CommandAbout(Arguments arguments);
 
 // Reports wrong usage of a sub-command on standard error; returns the exit status for it.
 int UsageError(std::string_view command, std::string_view message);

@@ -7,6 +7,7 @@
 
 #include "base/runtime_error.h"
 #include "commands.h"
+#include "pages/about_box.h"
 
 namespace vex::cli {
 
@@ -35,6 +36,7 @@ constexpr std::array kCommands = {
                          "                        [--png-bkgnd 0xBBGGRR] [--icon-as-bitmap] [-o OUT.vxp]\n"
                          "                        import a PNG, BMP, ICO, CUR, GIF or JPEG file into Picture,\n"
                          "                        PictureBackground or MouseIcon, or clear one, and save", CommandPicture },
+    Command { "about", "about                 open the control's About box and print it", CommandAbout },
     Command { "png-info", "png-info FILE.png      decode a PNG file and list every LoadPNG property", CommandPngInfo },
     Command { "png2bmp", "png2bmp FILE.png OUT.bmp [--alpha] [--trans] [--bkgnd 0xBBGGRR]\n"
                          "                        decode a PNG file and write the bitmap exactly as built", CommandPng2Bmp },
@@ -42,7 +44,7 @@ constexpr std::array kCommands = {
 
 int Usage()
 {
-    std::cerr << "usage: vexpanel COMMAND [ARGUMENTS]\n";
+    std::cerr << "usage: vexpanel COMMAND [ARGUMENTS]    (vexpanel --version: the version)\n";
     for (const Command& command : kCommands)
         std::cerr << "  vexpanel " << command.synopsis << "\n";
     return 2;
@@ -64,6 +66,10 @@ int main(int argc, char** argv)
     std::vector<std::string_view> arguments(argv + 1, argv + argc);
     if (arguments.empty())
         return Usage();
+    if (arguments[0] == "--version") {
+        std::cout << "vexpanel " << vex::pages::TheAboutBox().version << "\n";
+        return 0;
+    }
     for (const Command& command : kCommands) {
         if (command.name != arguments[0])
             continue;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/runtime_error.h"
+#include "pages/about_box.h"
 
 namespace vex::control {
 
@@ -96,6 +97,12 @@ int32_t HeadlessHost::MessageBox(const std::string& text, const std::string& tit
     return 1; // OK
 }
 
+void HeadlessHost::ShowAboutBox()
+{
+    const pages::AboutBox& about = pages::TheAboutBox();
+    aboutBoxes.push_back(MessageBoxCall { about.Text(), about.title, mb::Information });
+}
+
 void HeadlessHost::DoEvents()
 {
     ++doEventsCalls;
@@ -138,7 +145,7 @@ void HeadlessHost::ClearRecords()
 {
     notifications.clear();
     messageBoxes.clear();
-    aboutBoxes = 0;
+    aboutBoxes.clear();
     doEventsCalls = 0;
     captures = 0;
 }

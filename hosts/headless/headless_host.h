@@ -45,7 +45,7 @@ public:
     std::string AmbientDisplayName() override { return displayName; }
     void PropertyChanged(const std::string& name) override { notifications.push_back(name); }
     int32_t MessageBox(const std::string& text, const std::string& title, int32_t flags) override;
-    void ShowAboutBox() override { ++aboutBoxes; }
+    void ShowAboutBox() override;
     void DoEvents() override;
     void SetExtenderVisible(bool visible) override { extenderVisible = visible; }
     std::unique_ptr<HostTimer> CreateTimer(std::function<void()> tick) override;
@@ -71,7 +71,7 @@ public:
     // ---- What the panel did ----------------------------------------------------------------------------
     std::vector<std::string> notifications;
     std::vector<MessageBoxCall> messageBoxes;
-    int aboutBoxes = 0;
+    std::vector<MessageBoxCall> aboutBoxes; // the About box's text and title, Information icon
     int doEventsCalls = 0;
     int captures = 0;
     void ClearRecords();

@@ -44,6 +44,7 @@ public:
 namespace mb {
 inline constexpr int32_t OkOnly = 0;
 inline constexpr int32_t Critical = 16;
+inline constexpr int32_t Information = 64;
 } // namespace mb
 
 class Host {
@@ -58,7 +59,7 @@ public:
     // ---- Notifications and dialogs ----------------------------------------------------------
     virtual void PropertyChanged(const std::string& name) = 0;
     virtual int32_t MessageBox(const std::string& text, const std::string& title, int32_t flags) = 0;
-    virtual void ShowAboutBox() = 0;                 // some modal dialog about the control
+    virtual void ShowAboutBox() = 0;                 // the About box (pages/about_box.h), modal
     virtual void DoEvents() = 0;                     // let pending host messages run
     virtual void SetExtenderVisible(bool visible) = 0;
 

@@ -2,6 +2,7 @@
 // PictureAnimDelay message box, the animation switch, CaptionText/Caption and the properties
 // that live on the surface.
 #include "panel_fixture.h"
+#include "vexpanel/version.h"
 
 namespace vex::control::testing {
 namespace {
@@ -275,7 +276,9 @@ TEST_F(SetRules, RefreshPresentsWithoutRepaintingAndAcercaOpensADialog)
     EXPECT_EQ(surface.RefreshCount(), 1);
     EXPECT_TRUE(Redraws().empty());
     panel.Acerca();
-    EXPECT_EQ(host.aboutBoxes, 1);
+    ASSERT_EQ(host.aboutBoxes.size(), 1u);
+    EXPECT_EQ(host.aboutBoxes[0].text, "VexPanel\nVersion " VEXPANEL_VERSION "\nCopyright (C) 2026 the VexPanel developers");
+    EXPECT_TRUE(host.messageBoxes.empty());
 }
 
 TEST_F(SetRules, AFailingSurfaceCallReachesTheCaller)

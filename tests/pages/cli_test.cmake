@@ -70,3 +70,9 @@ expect(damaged 2 "${err}" "error 481: Invalid picture")
 if(EXISTS ${WORK}/never.vxp)
   fail("damaged saved")
 endif()
+
+# One version number: the command's and the About box's.
+run(--version)
+string(REGEX REPLACE "^vexpanel ([0-9.]+)\n$" "\\1" version "${out}")
+run(about)
+expect(about 0 "${out}" "About VexPanel\nVexPanel\nVersion ${version}\n")
