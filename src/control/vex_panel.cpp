@@ -117,7 +117,7 @@ TypeMousePointer VexPanel::MousePointer() const { return TypeMousePointer(surfac
 
 void VexPanel::setMousePointer(TypeMousePointer value)
 {
-    surface_.SetMousePointer(vex::ToInt16(static_cast<int32_t>(value)));
+    surface_.SetMousePointer(static_cast<int16_t>(value));
     Notify("MousePointer");
 }
 

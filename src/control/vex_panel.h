@@ -16,16 +16,20 @@
 
 #include "base/ole_color.h"
 #include "control/control_surface.h"
-#include "control/enums.h"
 #include "control/host.h"
 #include "control/panel_events.h"
 #include "control/property_bag.h"
+#include "model/enums.h"
 #include "platform/font.h"
 #include "platform/picture.h"
 #include "render/painters.h"
 #include "render/panel_state.h"
 
 namespace vex::control {
+
+#define VEX_USE_ENUMERATION(Enum) using model::Enum;
+VEX_ENUMERATIONS(VEX_USE_ENUMERATION)
+#undef VEX_USE_ENUMERATION
 
 // The text, title and flags of the message box that rejects a PictureAnimDelay.
 inline constexpr const char* kInvalidValueText = "The property  value is not valid    ";
@@ -43,8 +47,8 @@ public:
     void SetEventSink(PanelEvents* sink) { events_ = sink; }
 
     // ---- Properties, in the order of the interface ----------------------------------------------
-    uint8_t FlagAbout() const { return FlagAbout_; }
-    void setFlagAbout(uint8_t value) { FlagAbout_ = value; }
+    uint8_t FlagAbout() const { return props_.FlagAbout; }
+    void setFlagAbout(uint8_t value) { props_.FlagAbout = value; }
     OleColor ForeColor() const { return props_.ForeColor; }
     void setForeColor(OleColor value);
     bool Enabled() const { return props_.Enabled; }
@@ -224,7 +228,7 @@ private:
     template <typename Field, typename Value>
     void SetOnly(Field& field, Value value, const char* name);
     template <typename Enum>
-    void SetEnum(int16_t& field, Enum value, const char* name);
+    void SetEnum(Enum& field, Enum value, const char* name);
     void Set3DLettering(const char* name);
     template <typename Apply>
     void SetFontFacet(Apply apply, const char* name);
@@ -248,7 +252,6 @@ private:
     render::PanelProperties props_;
     render::PaintState paint_;
     render::PainterMemory memory_;
-    uint8_t FlagAbout_ = 0;
 
     ParentForm* MyParent_ = nullptr;
     bool ParentActivated_ = false;

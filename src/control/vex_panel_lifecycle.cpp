@@ -52,7 +52,7 @@ void VexPanel::OnParentActivate()
         return;
     ParentActivated_ = true;
     IgnoringErrors([&] {
-        if (props_.BackStyle == static_cast<int16_t>(TypeBackStyle::Transparent)) {
+        if (props_.BackStyle == TypeBackStyle::Transparent) {
             paint_.CaptureBackground = 1;
             DrawControl(false);
         }

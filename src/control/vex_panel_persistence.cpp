@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "base/runtime_error.h"
+#include "model/property_store.h"
 #include "render/colour.h"
 
 namespace vex::control {
@@ -45,8 +46,9 @@ V Colour(OleColor colour) { return static_cast<int32_t>(colour); }
     Key { #NAME, V(int32_t(DEFAULT)), [](P& panel, const V& v) { VEX_FIELD(NAME) = AsColour(v); },      \
         [](const P& panel) { return Colour(VEX_FIELD(NAME)); } }
 #define VEX_INT16_KEY(NAME, DEFAULT)                                                                  \
-    Key { #NAME, V(int16_t(DEFAULT)), [](P& panel, const V& v) { VEX_FIELD(NAME) = AsInt16(v); },       \
-        [](const P& panel) { return V(VEX_FIELD(NAME)); } }
+    Key { #NAME, V(int16_t(DEFAULT)),                                                                 \
+        [](P& panel, const V& v) { VEX_FIELD(NAME) = decltype(VEX_FIELD(NAME))(AsInt16(v)); },        \
+        [](const P& panel) { return V(static_cast<int16_t>(VEX_FIELD(NAME))); } }
 // A Boolean, persisted against a Boolean default or (for several keys) a 16-bit integer 0.
 #define VEX_BOOL_KEY(NAME, DEFAULT)                                                                   \
     Key { #NAME, V(DEFAULT), [](P& panel, const V& v) { VEX_FIELD(NAME) = AsBoolean(v); },              \
@@ -183,64 +185,28 @@ void VexPanel::InitProperties()
     paint_.SysColors = render::PrepareSysColors(surface_.Dc());
     setCaption(host_.AmbientDisplayName());
 
-    props_.ForeColor = 0x80000012; // the store only: the surface's fore colour is left alone
-    props_.Enabled = true;
-    props_.Appearance = 1;
-    props_.BackStyle = 1;
-
-    props_.CustomBorderRadio = 20;
-    props_.CustomBorderLeftTopStyle = props_.CustomBorderRightTopStyle = 0;
-    props_.CustomBorderLeftBottomStyle = props_.CustomBorderRightBottomStyle = 0;
-    props_.WinBackColor = 0xC0E0FF;
-    props_.WinContrast = 1;
-    props_.WinOptionColor = 0;
-    props_.WinGradientDirection = 0;
-    props_.WinBorderTopStyle = props_.WinBorderBottomStyle = 1;
-    props_.WinBorderLeftStyle = props_.WinBorderRightStyle = 1;
-    props_.CaptionAlignment = 7;
+    // Every persisted field takes its default, the store only (ForeColor's surface colour is left
+    // alone); the few the table marks are kept or computed below.
+    const model::PanelProperties defaults;
+#define VEX_INIT_Field(Name, Flags, Persist)                                                             \
+    if constexpr (model::PersistAs::Persist != model::PersistAs::None                                    \
+        && ((Flags) & (model::InitKeeps | model::InitComputed)) == 0)                                    \
+        props_.Name = defaults.Name;
+#define VEX_INIT_Facet(Name, Flags, Persist)
+#define VEX_INIT_Window(Name, Flags, Persist)
+#define VEX_INIT(Name, Store, Type, Default, Rule, Dispid, Flags, Persist, ...) VEX_INIT_##Store(Name, Flags, Persist)
+    {
+        using namespace model;
+        VEX_PROPERTIES(VEX_INIT)
+    }
+#undef VEX_INIT
+#undef VEX_INIT_Window
+#undef VEX_INIT_Facet
+#undef VEX_INIT_Field
 
     surface_.SetFont(host_.AmbientFont());
-
-    props_.CaptionEfect = false;
-    props_.CaptionFontIn = 0xFFC0C0;
-    props_.CaptionFontOut = 0;
     // The one computed default: the button shadow of this system, brightened by 15.
-    props_.CaptionFontShadow = render::ShiftColour(paint_.SysColors[3], 15, false);
-
-    props_.CaptionGetShadow = false;
-    props_.Picture.reset();
-    props_.PictureAlignment = 0;
-    props_.PictureAnimEnabled = false;
-    props_.PictureAnimDelay = 100;
-    props_.PictureMaskColor = 0xFF00FF;
-    props_.PictureUseMask = false;
-    props_.PictureFrames = 1;
-    props_.PictureBackground.reset();
-
-    props_.Panel3DBorderWidth = 1;
-    props_.Panel3DHighLight = 0x80000014;
-    props_.CustomBorderWidth = 1;
-    props_.CustomGradientStyle = 1;
-    props_.PanelFont3DHighLight = 0x80000014;
-    props_.PictureBackgroundStyle = 0;
-    props_.PictureBackgroundUseMask = false;
-    props_.CaptionStyle = 0;
-    props_.Panel3DBorderStyle = 0;
-    props_.Panel3DBorderOffset = 3;
-    props_.Panel3DShadow = 0x80000010;
-    props_.Panel3DOffsetColor = 0x8000000F;
-    props_.CustomBorderColor = 0xA88562;
-    props_.CustomGradientStart = 0xE4A88A;
-    props_.CustomGradientEnds = 0xF7E5DC;
-    props_.CustomGradientDirection = 4;
-    props_.PanelFont3D = 0;
-    props_.PanelFont3DShadow = 0x80000010;
-
-    props_.CaptionText.clear();
-    props_.Panel3DBorderOption = false;
-    props_.Panel3DBorderColor = 0xA88562;
-    props_.OptionPic = false;
-    props_.OptionPicBackGround = false;
+    props_.CaptionFontShadow = render::ShiftColour(paint_.SysColors.ButtonShadow, 15, false);
 }
 
 // Loads every key as it stands: the set rules' clamps and checks do not apply, nothing is drawn

@@ -26,19 +26,18 @@ void VexPanel::SetOnly(Field& field, Value value, const char* name)
     Notify(name);
 }
 
+// Any 16-bit value is kept, named in the enumeration or not.
 template <typename Enum>
-void VexPanel::SetEnum(int16_t& field, Enum value, const char* name)
+void VexPanel::SetEnum(Enum& field, Enum value, const char* name)
 {
-    // Any 16-bit value is kept, named in the enumeration or not; only the narrowing can fail,
-    // and then nothing is stored.
-    SetAndRedraw(field, vex::ToInt16(static_cast<int32_t>(value)), name);
+    SetAndRedraw(field, value, name);
 }
 
 // The 3D lettering is only visible in the Window3D appearance, so only there is it redrawn.
 void VexPanel::Set3DLettering(const char* name)
 {
     Notify(name);
-    if (props_.Appearance == static_cast<int16_t>(TypeAppearance::Window3D))
+    if (props_.Appearance == TypeAppearance::Window3D)
         DrawControl(true);
 }
 
@@ -58,8 +57,7 @@ void VexPanel::setEnabled(bool value) { SetAndRedraw(props_.Enabled, value, "Ena
 
 void VexPanel::setAppearance(TypeAppearance value)
 {
-    int16_t narrowed = vex::ToInt16(static_cast<int32_t>(value));
-    props_.Appearance = narrowed;
+    props_.Appearance = value;
     Notify("Appearance");
     ResetPainterState();
     DrawControl(true);
@@ -204,7 +202,7 @@ void VexPanel::setCustomGradientStyle(TypeCustomGradientStyle value)
 
 void VexPanel::setPanelFont3D(TypePanelFont3D value)
 {
-    props_.PanelFont3D = vex::ToInt16(static_cast<int32_t>(value));
+    props_.PanelFont3D = value;
     Set3DLettering("PanelFont3D");
 }
 

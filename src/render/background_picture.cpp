@@ -44,15 +44,16 @@ void RenderBackgroundPicture(PaintContext& context, bool insetKnown, int32_t ins
     const int32_t R = context.state.ClientWidth;
     const int32_t H = context.state.ClientHeight;
     switch (props.PictureBackgroundStyle) {
-    case 0: // centred at its own size; no inset
+    case TypePictureBackgroundStyle::CenteredPicture: // at its own size; no inset
         draw(IntDiv32(Sub32(R, pw), 2), IntDiv32(Sub32(H, ph), 2), pw, ph);
         break;
-    case 1: // the inset is taken off once, so the picture runs on under the right and bottom border
+    case TypePictureBackgroundStyle::StretchedPicture: // the inset is taken off once, so the picture runs on under the right and bottom border
         if (insetKnown)
             draw(inset, inset, Sub32(R, inset), Sub32(H, inset));
         break;
-    case 2: { // tiles at their own size, column by column; always a transparent blit, which
-              // with the key -1 keys out nothing
+    case TypePictureBackgroundStyle::TiledPicture: {
+        // Tiles at their own size, column by column; always a transparent blit, which with the
+        // key -1 keys out nothing.
         const int32_t columns = Add32(IntDiv32(R, pw), 1);
         const int32_t rows = Add32(IntDiv32(H, ph), 1);
         int32_t& column = context.state.PaintLoopIndex;

@@ -91,18 +91,18 @@ void Draw3DBorder(PaintContext& context)
     const int32_t O = props.Panel3DBorderOffset;
     Rings rings(context);
     switch (props.Panel3DBorderStyle) {
-    case 1:
+    case TypePanel3DStyle::Lowered3D:
         rings.Bevel(0, W, rings.Lowered());
         break;
-    case 2:
+    case TypePanel3DStyle::Raised3D:
         rings.Bevel(0, W, rings.Raised());
         break;
-    case 3: // a groove
+    case TypePanel3DStyle::GBLowered3D: // a groove
         rings.Bevel(0, W, rings.Lowered());
         rings.Band(W, O);
         rings.Bevel(Add32(W, O), W, rings.Raised());
         break;
-    case 4: // a ridge
+    case TypePanel3DStyle::GBRaised3D: // a ridge
         rings.Bevel(0, W, rings.Raised());
         rings.Band(W, O);
         rings.Bevel(Add32(W, O), W, rings.Lowered());

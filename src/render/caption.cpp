@@ -25,10 +25,12 @@ struct Placement {
     Vertical wrapped = Vertical::Top;
 };
 
-bool PlacementOf(int16_t alignment, Placement& placement)
+// The nine alignments run Left*, Right*, Center* in groups of *Top, *Middle, *Bottom.
+bool PlacementOf(TypeAlignment value, Placement& placement)
 {
-    if (alignment < 0 || alignment > 8)
+    if (value < TypeAlignment::LeftTop || value > TypeAlignment::CenterBottom)
         return false;
+    const int alignment = static_cast<int>(value);
     static constexpr uint32_t kHorizontal[3] = { dt::Left, dt::Right, dt::Center }; // Left*, Right*, Center*
     static constexpr uint32_t kVertical[3] = { dt::Top, dt::VCenter, dt::Bottom };   // *Top, *Middle, *Bottom
     placement.horizontal = kHorizontal[alignment / 3];
@@ -84,7 +86,7 @@ public:
 
     void Plain()
     {
-        if (context_.props.CaptionStyle == 0) {
+        if (context_.props.CaptionStyle == TypeCaptionStyle::StandardCaption) {
             Draw(rect_, SingleLineFlags());
         } else {
             PlaceWrapped(false);
@@ -98,7 +100,7 @@ public:
     {
         const PanelProperties& props = context_.props;
         uint32_t flags = SingleLineFlags();
-        if (props.CaptionStyle != 0) {
+        if (props.CaptionStyle != TypeCaptionStyle::StandardCaption) {
             PlaceWrapped(true);
             flags = WrappedFlags();
         }
@@ -136,13 +138,14 @@ public:
                 Draw(Offset(rect_, copy.dx, copy.dy), SingleLineFlags());
             }
         };
+        using enum TypePanelFont3D;
         switch (props.PanelFont3D) {
-        case 0: break;                                                 // NoneFont3D
-        case 1: copies({ { light, 1, 1 } }); break;                    // LoweredFont3D
-        case 2: copies({ { light, -1, -1 } }); break;                  // RaisedFont3D
-        case 3: copies({ { light, 1, 1 }, { shade, -1, -1 } }); break; // LoweredShadingFont3D
-        case 4: copies({ { shade, 1, 1 }, { light, -1, -1 } }); break; // RaisedShadingFont3D
-        case 5: copies({ { shade, 2, 2 } }); break;                    // ShadowFont3D
+        case NoneFont3D: break;
+        case LoweredFont3D: copies({ { light, 1, 1 } }); break;
+        case RaisedFont3D: copies({ { light, -1, -1 } }); break;
+        case LoweredShadingFont3D: copies({ { light, 1, 1 }, { shade, -1, -1 } }); break;
+        case RaisedShadingFont3D: copies({ { shade, 1, 1 }, { light, -1, -1 } }); break;
+        case ShadowFont3D: copies({ { shade, 2, 2 } }); break;
         default: return false;
         }
         dc_.SetTextColor(Colour(props.ForeColor));
@@ -167,7 +170,7 @@ void DrawCaption(PaintContext& context)
     if (!PlacementOf(props.CaptionAlignment, placement))
         return;
     // Three extra pixels only across for Custom: kept.
-    const Rect rect = props.Appearance == 2
+    const Rect rect = props.Appearance == TypeAppearance::Custom
         ? Inset(context, Add16(3, props.CustomBorderWidth), props.CustomBorderWidth)
         : Inset(context, 4, 3);
     Caption caption(context, rect, placement);
@@ -191,7 +194,7 @@ void DrawCaption3D(PaintContext& context)
     Caption caption(context, Inset(context, inset, inset), placement);
     if (props.CaptionEfect)
         caption.Effect();
-    else if (props.CaptionStyle == 0)
+    else if (props.CaptionStyle == TypeCaptionStyle::StandardCaption)
         caption.Lettering();
     else
         caption.Plain(); // in the surface's text colour, ForeColor since the start of the paint

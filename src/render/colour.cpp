@@ -1,4 +1,5 @@
 #include "render/colour.h"
+#include "render/panel_state.h"
 
 #include <algorithm>
 
@@ -62,18 +63,18 @@ ColorRef BlendTowardWhite(ColorRef color, int32_t amount)
     return Rgb(blend(RedOf(color)), blend(GreenOf(color)), blend(BlueOf(color)));
 }
 
-std::array<ColorRef, 11> PrepareSysColors(const platform::DeviceContext& dc)
+WorkingColours PrepareSysColors(const platform::DeviceContext& dc)
 {
-    std::array<ColorRef, 11> colors {};
-    colors[1] = colors[2] = dc.GetSysColor(syscolor::ButtonFace);
-    colors[3] = dc.GetSysColor(syscolor::ButtonShadow);
-    colors[4] = dc.GetSysColor(syscolor::Light3D);
-    colors[5] = dc.GetSysColor(syscolor::DarkShadow3D);
-    colors[6] = dc.GetSysColor(syscolor::ButtonHighlight);
-    colors[7] = colors[8] = dc.GetSysColor(syscolor::ButtonText);
-    colors[9] = dc.GetSysColor(syscolor::Highlight);
-    colors[10] = BlendTowardWhite(colors[9], 176);
-    colors[0] = ShiftColour(colors[1], 30, true);
+    WorkingColours colors;
+    colors.ButtonFace = dc.GetSysColor(syscolor::ButtonFace);
+    colors.ButtonShadow = dc.GetSysColor(syscolor::ButtonShadow);
+    colors.Light3D = dc.GetSysColor(syscolor::Light3D);
+    colors.DarkShadow3D = dc.GetSysColor(syscolor::DarkShadow3D);
+    colors.ButtonHighlight = dc.GetSysColor(syscolor::ButtonHighlight);
+    colors.ButtonText = dc.GetSysColor(syscolor::ButtonText);
+    colors.Highlight = dc.GetSysColor(syscolor::Highlight);
+    colors.HighlightPale = BlendTowardWhite(colors.Highlight, 176);
+    colors.ShadedFace = ShiftColour(colors.ButtonFace, 30, true);
     return colors;
 }
 

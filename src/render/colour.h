@@ -23,7 +23,8 @@ ColorRef ShiftColour(ColorRef color, int32_t amount, bool proportional);
 // Each channel v becomes v * (255 - amount) \ 255 + amount, capped at 255.
 ColorRef BlendTowardWhite(ColorRef color, int32_t amount);
 
-// The working colour table of a paint (11 entries), filled from the device's system colours.
-std::array<ColorRef, 11> PrepareSysColors(const platform::DeviceContext& dc);
+// The working colour table of a paint, filled from the device's system colours.
+struct WorkingColours;
+WorkingColours PrepareSysColors(const platform::DeviceContext& dc);
 
 } // namespace vex::render

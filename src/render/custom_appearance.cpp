@@ -19,16 +19,7 @@ namespace vex::render {
 
 namespace {
 
-enum Direction : int16_t {
-    TopToButtom = 0,
-    ButtomToTop = 1,
-    LeftToRight = 2,
-    RightToLeft = 3,
-    VerticalCenter = 4,
-    HorizontalCenter = 5,
-    RetangleCenterToBorder = 6,
-    RetangleBorderToCenter = 7,
-};
+using enum TypeCustomGradientDirection;
 
 class CustomGradient {
 public:
@@ -90,9 +81,10 @@ void DrawCustomGradient(PaintContext& context)
     platform::DeviceContext& dc = context.services.Dc();
     const ColorRef start = TranslateColor(props.CustomGradientStart, dc);
     const ColorRef end = TranslateColor(props.CustomGradientEnds, dc);
-    const bool showsBackground = context.state.CaptureBackground == 0 || props.BackStyle == 1;
-    const int16_t direction = props.CustomGradientDirection;
-    if (showsBackground && props.CustomGradientStyle == 1 && direction >= 0 && direction <= 7) {
+    const bool showsBackground = context.state.CaptureBackground == 0 || props.BackStyle == TypeBackStyle::Opaque;
+    const TypeCustomGradientDirection direction = props.CustomGradientDirection;
+    if (showsBackground && props.CustomGradientStyle == TypeCustomGradientStyle::UseGradient
+        && direction >= TopToButtom && direction <= RetangleBorderToCenter) {
         CustomGradient gradient(context);
         switch (direction) {
         case TopToButtom: gradient.Linear(start, end, true); break;
@@ -116,9 +108,10 @@ void DrawCustomGradient(PaintContext& context)
 bool CustomGradientCoversClient(PaintContext& context)
 {
     const PanelProperties& props = context.props;
-    const int16_t direction = props.CustomGradientDirection;
-    if ((context.state.CaptureBackground != 0 && props.BackStyle != 1) || props.CustomGradientStyle != 1 || direction < 0
-        || direction > 7)
+    const TypeCustomGradientDirection direction = props.CustomGradientDirection;
+    if ((context.state.CaptureBackground != 0 && props.BackStyle != TypeBackStyle::Opaque)
+        || props.CustomGradientStyle != TypeCustomGradientStyle::UseGradient || direction < TopToButtom
+        || direction > RetangleBorderToCenter)
         return false;
     const int32_t width = context.state.ClientWidth;
     const int32_t height = context.state.ClientHeight;

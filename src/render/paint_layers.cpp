@@ -7,18 +7,14 @@ namespace vex::render {
 
 namespace {
 
-enum Appearance : int16_t { Windows = 0, Window3D = 1, Custom = 2 };
-constexpr int16_t kUseTexture = 0;
-constexpr int16_t kOpaque = 1;
-
 void PaintCustom(PaintContext& context)
 {
     const PanelProperties& props = context.props;
-    if (props.CustomGradientStyle != kUseTexture) {
+    if (props.CustomGradientStyle != TypeCustomGradientStyle::UseTexture) {
         DrawCustomGradient(context); // the gradient ends with its own frame
     } else {
         // A transparent panel that is capturing shows the captured background, not the texture.
-        if (context.state.CaptureBackground == 0 || props.BackStyle == kOpaque)
+        if (context.state.CaptureBackground == 0 || props.BackStyle == TypeBackStyle::Opaque)
             DrawCustomTexture(context);
         DrawCustomFrame(context);
     }
@@ -60,11 +56,12 @@ bool BackgroundCoversClient(PaintContext& context)
     if (width <= 0 || height <= 0 || width > 32767 || height > 32767)
         return false;
     switch (context.props.Appearance) {
-    case Windows:
+    case TypeAppearance::Windows:
         return WindowsAppearanceCoversClient(context);
-    case Custom:
+    case TypeAppearance::Custom:
         // The texture is a picture that may leave pixels out; the gradient is checked.
-        return context.props.CustomGradientStyle != kUseTexture && CustomGradientCoversClient(context);
+        return context.props.CustomGradientStyle != TypeCustomGradientStyle::UseTexture
+            && CustomGradientCoversClient(context);
     default:
         return false; // the 3D appearance paints no background of its own
     }
@@ -73,19 +70,19 @@ bool BackgroundCoversClient(PaintContext& context)
 void PaintLayers(PaintContext& context)
 {
     switch (context.props.Appearance) {
-    case Windows:
+    case TypeAppearance::Windows:
         DrawWindowsAppearance(context);
         DrawBackgroundPicture(context);
         DrawPicture(context);
         DrawCaption(context);
         break;
-    case Window3D:
+    case TypeAppearance::Window3D:
         DrawBackgroundPicture(context);
         Draw3DBorder(context);
         DrawPicture3D(context);
         DrawCaption3D(context);
         break;
-    case Custom:
+    case TypeAppearance::Custom:
         PaintCustom(context);
         break;
     default:

@@ -12,16 +12,17 @@ void DrawPanelLine(PaintContext& context, int32_t x1, int32_t y1, int32_t x2, in
 
 bool Border3DInset(const PanelProperties& props, int16_t& inset)
 {
+    using enum TypePanel3DStyle;
     switch (props.Panel3DBorderStyle) {
-    case 0:
+    case None3D:
         inset = 0;
         return true;
-    case 1:
-    case 2:
+    case Lowered3D:
+    case Raised3D:
         inset = props.Panel3DBorderWidth;
         return true;
-    case 3:
-    case 4:
+    case GBLowered3D:
+    case GBRaised3D:
         inset = Add16(Mul16(2, props.Panel3DBorderWidth), props.Panel3DBorderOffset);
         return true;
     default:

@@ -16,6 +16,7 @@
 #include "platform/font.h"
 #include "platform/geometry.h"
 #include "platform/picture.h"
+#include "model/property_store.h"
 
 namespace vex {
 class VexGradiente;
@@ -23,65 +24,27 @@ class VexGradiente;
 
 namespace vex::render {
 
-// The property store: one field per stored property, with the defaults that a saved panel
-// without keys loads (a freshly placed panel differs in Caption and CaptionFontShadow).
-// Enumerations and 16-bit properties are int16_t and may hold any 16-bit value, named or not.
-struct PanelProperties {
-    OleColor ForeColor = 0x80000012;
-    bool Enabled = true;
-    int16_t Appearance = 1;
-    int16_t BackStyle = 1;
-    int16_t CustomBorderLeftTopStyle = 0;
-    int16_t CustomBorderRightTopStyle = 0;
-    int16_t CustomBorderLeftBottomStyle = 0;
-    int16_t CustomBorderRightBottomStyle = 0;
-    int16_t CustomBorderRadio = 20;
-    OleColor WinBackColor = 0xC0E0FF;
-    int16_t WinGradientDirection = 0;
-    int16_t WinOptionColor = 0;
-    int16_t WinContrast = 1;
-    int16_t WinBorderTopStyle = 1;
-    int16_t WinBorderBottomStyle = 1;
-    int16_t WinBorderLeftStyle = 1;
-    int16_t WinBorderRightStyle = 1;
-    std::string Caption;
-    int16_t CaptionAlignment = 7;
-    bool CaptionEfect = false;
-    OleColor CaptionFontIn = 0xFFC0C0;
-    OleColor CaptionFontOut = 0;
-    OleColor CaptionFontShadow = 0;
-    bool CaptionGetShadow = false;
-    platform::PictureRef Picture;
-    int16_t PictureAlignment = 0;
-    bool PictureAnimEnabled = false;
-    int16_t PictureAnimDelay = 100;
-    OleColor PictureMaskColor = 0xFF00FF;
-    bool PictureUseMask = false;
-    int16_t PictureFrames = 1;
-    platform::PictureRef PictureBackground;
-    int16_t PictureBackgroundStyle = 0;
-    bool PictureBackgroundUseMask = false;
-    int16_t CaptionStyle = 0;
-    int16_t Panel3DBorderStyle = 0;
-    int16_t Panel3DBorderWidth = 1;
-    int16_t Panel3DBorderOffset = 3;
-    OleColor Panel3DHighLight = 0x80000014;
-    OleColor Panel3DShadow = 0x80000010;
-    OleColor Panel3DOffsetColor = 0x8000000F;
-    int16_t CustomBorderWidth = 1;
-    OleColor CustomBorderColor = 0xA88562;
-    OleColor CustomGradientStart = 0xE4A88A;
-    OleColor CustomGradientEnds = 0xF7E5DC;
-    int16_t CustomGradientDirection = 4;
-    int16_t CustomGradientStyle = 1;
-    int16_t PanelFont3D = 0;
-    OleColor PanelFont3DHighLight = 0x80000014;
-    OleColor PanelFont3DShadow = 0x80000010;
-    std::string CaptionText;
-    bool Panel3DBorderOption = false;
-    OleColor Panel3DBorderColor = 0xA88562;
-    bool OptionPic = false;
-    bool OptionPicBackGround = false;
+// The property store and the enumerations live in the model, below the painters.
+using model::PanelProperties;
+#define VEX_USE_ENUMERATION(Enum) using model::Enum;
+VEX_ENUMERATIONS(VEX_USE_ENUMERATION)
+#undef VEX_USE_ENUMERATION
+
+// The working colour table of a paint, filled from the device's system colours at the start of
+// every paint. The table the painters were written against has eleven entries, two of which
+// repeat another (button face, button text); each colour is one member here.
+struct WorkingColours {
+    ColorRef ShadedFace = 0;      // button face shifted by 30, blue in proportion
+    ColorRef ButtonFace = 0;
+    ColorRef ButtonShadow = 0;
+    ColorRef Light3D = 0;
+    ColorRef DarkShadow3D = 0;
+    ColorRef ButtonHighlight = 0;
+    ColorRef ButtonText = 0;
+    ColorRef Highlight = 0;
+    ColorRef HighlightPale = 0;   // the highlight blended toward white by 176
+
+    friend bool operator==(const WorkingColours&, const WorkingColours&) = default;
 };
 
 // Filled by DrawControl at the start of each paint; read by every painter.
@@ -89,7 +52,7 @@ struct PaintState {
     platform::Rect ClientRect;
     int32_t ClientWidth = 0;
     int32_t ClientHeight = 0;
-    std::array<ColorRef, 11> SysColors {};
+    WorkingColours SysColors;
     int32_t PaintLoopIndex = 0; // the shared loop counter; left at its last value
     uint8_t CaptureBackground = 0;
 };

@@ -31,16 +31,17 @@ bool PlacePicture(const PaintContext& context, int32_t margin, const FrameSize& 
     // Halves in double precision, rounded half to even; centring ignores the margin.
     const int32_t middleX = CLng(Sub32(R, frame.width) / 2.0);
     const int32_t middleY = CLng(Sub32(H, frame.height) / 2.0);
+    using enum TypeAlignment;
     switch (context.props.PictureAlignment) {
-    case 0: x = near;    y = near;    return true; // LeftTop
-    case 1: x = near;    y = middleY; return true; // LeftMiddle
-    case 2: x = near;    y = farY;    return true; // LeftBottom
-    case 3: x = farX;    y = near;    return true; // RightTop
-    case 4: x = farX;    y = middleY; return true; // RightMiddle
-    case 5: x = farX;    y = farY;    return true; // RightBottom
-    case 6: x = middleX; y = near;    return true; // CenterTop
-    case 7: x = middleX; y = middleY; return true; // CenterMiddle
-    case 8: x = middleX; y = farY;    return true; // CenterBottom
+    case LeftTop:      x = near;    y = near;    return true;
+    case LeftMiddle:   x = near;    y = middleY; return true;
+    case LeftBottom:   x = near;    y = farY;    return true;
+    case RightTop:     x = farX;    y = near;    return true;
+    case RightMiddle:  x = farX;    y = middleY; return true;
+    case RightBottom:  x = farX;    y = farY;    return true;
+    case CenterTop:    x = middleX; y = near;    return true;
+    case CenterMiddle: x = middleX; y = middleY; return true;
+    case CenterBottom: x = middleX; y = farY;    return true;
     default: return false;
     }
 }

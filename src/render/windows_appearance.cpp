@@ -13,26 +13,26 @@ namespace vex::render {
 
 namespace {
 
-enum WinBorder : int16_t { NoneBorder = 0, LoweredBorder = 1, RaisedBorder = 2, ShadowBorder = 3 };
+using enum TypeWinBorderStyle;
 
-int32_t ContrastShift(int16_t contrast)
+int32_t ContrastShift(TypeWinContrast contrast)
 {
     switch (contrast) {
-    case 0:
+    case TypeWinContrast::LowContrast:
         return 20;
-    case 1:
+    case TypeWinContrast::MediumContrast:
         return 40;
-    case 2:
+    case TypeWinContrast::HighContrast:
         return 80;
     default:
         return 0;
     }
 }
 
-bool IsBorder(int16_t style) { return style >= LoweredBorder && style <= ShadowBorder; }
+bool IsBorder(TypeWinBorderStyle style) { return style >= LoweredBorder && style <= ShadowBorder; }
 
 // How far the inner lines of the neighbouring sides keep away from a side in this style.
-int32_t BorderOffset(int16_t style)
+int32_t BorderOffset(TypeWinBorderStyle style)
 {
     if (style == LoweredBorder || style == RaisedBorder)
         return 1;
@@ -49,29 +49,30 @@ public:
         : context_(context), base_(base), total_(total),
           width_(context.state.ClientWidth), height_(context.state.ClientHeight) { }
 
-    void Draw(int16_t direction)
+    void Draw(TypeWinGradientDirection direction)
     {
+        using enum TypeWinGradientDirection;
         switch (direction) {
-        case 0: // top to bottom: base at the top, darkened by T at the bottom
+        case pTopToButtomDirection: // top to bottom: base at the top, darkened by T at the bottom
             Away(height_, [&](int32_t y, ColorRef c) { Row(y, c); });
             break;
-        case 1: // bottom to top
+        case pButtomToTopDirection:
             Toward(height_, [&](int32_t y, ColorRef c) { Row(y, c); });
             break;
-        case 2: // left to right
+        case pLeftToRightDirection:
             BeginColumns();
             Away(width_, [&](int32_t x, ColorRef c) { Column(x, c); });
             EndColumns();
             break;
-        case 3: // right to left
+        case pRightToLeftDirection:
             BeginColumns();
             Toward(width_, [&](int32_t x, ColorRef c) { Column(x, c); });
             EndColumns();
             break;
-        case 4: // light on the middle row, darker toward the top and bottom edges
+        case pVerticalCenterDirection: // light on the middle row, darker toward the top and bottom edges
             FromCentre(height_, [&](int32_t y, ColorRef c) { Row(y, c); });
             break;
-        case 5: // the same across the columns
+        case pHorizontalCenterDirection: // the same across the columns
             BeginColumns();
             FromCentre(width_, [&](int32_t x, ColorRef c) { Column(x, c); });
             EndColumns();
@@ -149,13 +150,13 @@ private:
     std::vector<ColorRef> columns_;
 };
 
-// The four border sides. B is the working base colour; S3 and S6 the button shadow and
-// highlight of the paint's colour table. "themes" is WinOptionColor 0.
+// The four border sides. B is the working base colour; S3 the button shadow of the paint's colour
+// table (the highlight is its button highlight). "themes" is ThemesColorOption.
 class WinBorders {
 public:
     WinBorders(PaintContext& context, ColorRef base)
-        : context_(context), props_(context.props), themes_(context.props.WinOptionColor == 0), base_(base),
-          shadow_(context.state.SysColors[3]), highlight_(context.state.SysColors[6]),
+        : context_(context), props_(context.props), themes_(context.props.WinOptionColor == TypeWinOptionColor::ThemesColorOption), base_(base),
+          shadow_(context.state.SysColors.ButtonShadow), highlight_(context.state.SysColors.ButtonHighlight),
           width_(context.state.ClientWidth), height_(context.state.ClientHeight) { }
 
     void Draw()
@@ -308,12 +309,12 @@ private:
 void DrawWindowsAppearance(PaintContext& context)
 {
     const PanelProperties& props = context.props;
-    const ColorRef base = props.WinOptionColor == 0
-        ? context.state.SysColors[0]
+    const ColorRef base = props.WinOptionColor == TypeWinOptionColor::ThemesColorOption
+        ? context.state.SysColors.ShadedFace
         : TranslateColor(props.WinBackColor, context.services.Dc());
 
     // A pending capture of the form behind a transparent panel shows through: no shading then.
-    if (context.state.CaptureBackground == 0 || props.BackStyle == 1)
+    if (context.state.CaptureBackground == 0 || props.BackStyle == TypeBackStyle::Opaque)
         Shading(context, base, ContrastShift(props.WinContrast)).Draw(props.WinGradientDirection);
 
     WinBorders(context, base).Draw();
@@ -324,17 +325,18 @@ void DrawWindowsAppearance(PaintContext& context)
 bool WindowsAppearanceCoversClient(PaintContext& context)
 {
     const PanelProperties& props = context.props;
-    if (context.state.CaptureBackground != 0 && props.BackStyle != 1)
+    if (context.state.CaptureBackground != 0 && props.BackStyle != TypeBackStyle::Opaque)
         return false; // no shading over a pending capture
     switch (props.WinGradientDirection) {
-    case 0:
-    case 1:
-    case 2:
-    case 3:
+        using enum TypeWinGradientDirection;
+    case pTopToButtomDirection:
+    case pButtomToTopDirection:
+    case pLeftToRightDirection:
+    case pRightToLeftDirection:
         return true;
-    case 4:
+    case pVerticalCenterDirection:
         return context.state.ClientHeight >= 2;
-    case 5:
+    case pHorizontalCenterDirection:
         return context.state.ClientWidth >= 2;
     default:
         return false;

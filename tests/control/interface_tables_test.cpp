@@ -3,10 +3,10 @@
 
 #include <set>
 
-#include "control/dispatch_ids.h"
-#include "control/enum_names.h"
+#include "model/dispatch_ids.h"
+#include "model/enum_names.h"
 
-namespace vex::control {
+namespace vex::model {
 namespace {
 
 TEST(InterfaceTables, PropertyIdentifiersCountDownWithoutGapsOrRepeats)
@@ -60,4 +60,4 @@ TEST(InterfaceTables, EnumerationNamesAreKeptExactly)
 }
 
 } // namespace
-} // namespace vex::control
+} // namespace vex::model

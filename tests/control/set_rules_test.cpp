@@ -90,29 +90,6 @@ TEST_F(SetRules, EnumerationsKeepAnySixteenBitValue)
     EXPECT_TRUE(SameValue(*bag.Get("Appearance"), int16_t(7)));
 }
 
-TEST_F(SetRules, EnumerationOverflowStoresNothing)
-{
-    panel.setBackStyle(TypeBackStyle::Transparent);
-    ClearRecords();
-    auto expectOverflow = [](auto set) {
-        try {
-            set();
-            FAIL() << "no overflow";
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.number(), 6);
-        }
-    };
-    expectOverflow([&] { panel.setAppearance(TypeAppearance(40000)); });
-    expectOverflow([&] { panel.setBackStyle(TypeBackStyle(-32769)); });
-    expectOverflow([&] { panel.setPanelFont3D(TypePanelFont3D(65536)); });
-    expectOverflow([&] { panel.setMousePointer(TypeMousePointer(1 << 20)); });
-    EXPECT_EQ(panel.Appearance(), TypeAppearance::Window3D);
-    EXPECT_EQ(panel.BackStyle(), TypeBackStyle::Transparent);
-    EXPECT_EQ(surface.MousePointer(), 0);
-    EXPECT_TRUE(host.notifications.empty());
-    EXPECT_TRUE(Redraws().empty());
-}
-
 TEST_F(SetRules, AppearanceSetStartsThePaintersStateOver)
 {
     panel.setAppearance(TypeAppearance::Custom);

@@ -23,12 +23,12 @@ TEST(BackgroundCoverage, ASkippedClearIsAlwaysPaintedOver)
                 for (int16_t style : { 0, 1, 2 }) {
                     for (uint8_t capture : { 0, 1 }) {
                         for (int16_t backStyle : { 0, 1 }) {
-                            panel.props.Appearance = appearance;
-                            panel.props.WinGradientDirection = direction;
-                            panel.props.CustomGradientDirection = direction;
-                            panel.props.CustomGradientStyle = style;
+                            panel.props.Appearance = TypeAppearance(TypeAppearance(appearance));
+                            panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(direction));
+                            panel.props.CustomGradientDirection = TypeCustomGradientDirection(TypeCustomGradientDirection(direction));
+                            panel.props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle(style));
                             panel.props.CustomGradientStart = Rgb(255, 0, 254); // nearly the marker
-                            panel.props.BackStyle = backStyle;
+                            panel.props.BackStyle = TypeBackStyle(TypeBackStyle(backStyle));
                             panel.state.CaptureBackground = capture;
                             PaintContext context = panel.Context();
                             if (!BackgroundCoversClient(context)) {
@@ -58,8 +58,8 @@ TEST(BackgroundCoverage, OddSquaresLeaveAColumnUncovered)
     // Centre 30, radius 30: column 60 of a 61-wide client is outside every square.
     for (auto [width, covers] : { std::pair { 61, false }, std::pair { 60, true } }) {
         testing::Panel panel(width, 20);
-        panel.props.Appearance = 2;
-        panel.props.CustomGradientDirection = 6;
+        panel.props.Appearance = TypeAppearance(TypeAppearance::Custom);
+        panel.props.CustomGradientDirection = TypeCustomGradientDirection(TypeCustomGradientDirection::RetangleCenterToBorder);
         PaintContext context = panel.Context();
         EXPECT_EQ(BackgroundCoversClient(context), covers) << width;
     }
@@ -71,7 +71,7 @@ TEST(BackgroundCoverage, PreparePaintClearsOnlyWhatStaysVisible)
 {
     for (int16_t appearance : { 0, 1 }) {
         testing::Panel panel(30, 20);
-        panel.props.Appearance = appearance;
+        panel.props.Appearance = TypeAppearance(TypeAppearance(appearance));
         panel.Fill(kMarker);
         PaintContext context = panel.Context();
         PreparePaint(context, true);

@@ -18,7 +18,7 @@ constexpr ColorRef kBand = Rgb(0, 0, 200);
 struct BorderPanel : Panel {
     BorderPanel(int32_t width, int32_t height, int16_t style, int16_t w, int16_t o = 0) : Panel(width, height)
     {
-        props.Panel3DBorderStyle = style;
+        props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle(style));
         props.Panel3DBorderWidth = w;
         props.Panel3DBorderOffset = o;
         props.Panel3DHighLight = kLight;

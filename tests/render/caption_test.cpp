@@ -56,7 +56,7 @@ struct CaptionPanel : Panel {
     CaptionPanel(int32_t width, int32_t height, int16_t appearance) : Panel(width, height), recorder(*services.surface)
     {
         services.dc = &recorder;
-        props.Appearance = appearance;
+        props.Appearance = TypeAppearance(TypeAppearance(appearance));
         props.Caption = "Vex";
         props.ForeColor = kFore;
         props.CaptionFontIn = kIn;
@@ -69,7 +69,7 @@ struct CaptionPanel : Panel {
     {
         recorder.Clear();
         PaintContext context = Context();
-        if (props.Appearance == 1)
+        if (props.Appearance == TypeAppearance::Window3D)
             DrawCaption3D(context);
         else
             DrawCaption(context);
@@ -92,14 +92,14 @@ TEST(Caption, SingleLineFlagsForTheNineAlignments)
     const uint32_t expected[9] = { 32, 36, 40, 34, 38, 42, 33, 37, 41 };
     CaptionPanel panel(100, 40, 0);
     for (int16_t alignment = 0; alignment < 9; ++alignment) {
-        panel.props.CaptionAlignment = alignment;
+        panel.props.CaptionAlignment = TypeAlignment(TypeAlignment(alignment));
         auto& calls = panel.Paint();
         ASSERT_EQ(calls.size(), 1u);
         EXPECT_EQ(calls[0], (TextCall { "Vex", Rect { 4, 3, 96, 37 }, expected[alignment], kFore })) << alignment;
     }
-    panel.props.CaptionAlignment = 9;
+    panel.props.CaptionAlignment = TypeAlignment(TypeAlignment(9));
     EXPECT_TRUE(panel.Paint().empty());
-    panel.props.CaptionAlignment = -1;
+    panel.props.CaptionAlignment = TypeAlignment(TypeAlignment(-1));
     EXPECT_TRUE(panel.Paint().empty());
 }
 
@@ -116,7 +116,7 @@ TEST(Caption, InsetsByAppearanceAndBorder)
     raised.props.Panel3DBorderWidth = 2;
     raised.props.Panel3DBorderOffset = 3;
     for (Case c : { Case { 0, 3 }, Case { 1, 5 }, Case { 2, 5 }, Case { 3, 10 }, Case { 4, 10 }, Case { 5, 3 } }) {
-        raised.props.Panel3DBorderStyle = c.style;
+        raised.props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle(c.style));
         EXPECT_EQ(raised.Paint().at(0).rect, (Rect { c.inset, c.inset, 100 - c.inset, 40 - c.inset })) << c.style;
     }
 }
@@ -124,7 +124,7 @@ TEST(Caption, InsetsByAppearanceAndBorder)
 TEST(Caption, InsetOverflowsSixteenBits)
 {
     CaptionPanel panel(100, 40, 1);
-    panel.props.Panel3DBorderStyle = 3;
+    panel.props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle::GBLowered3D);
     panel.props.Panel3DBorderWidth = 16000;
     panel.props.Panel3DBorderOffset = 765; // 3 + 32000 + 765 = 32768
     EXPECT_THROW(panel.Paint(), RuntimeError);
@@ -136,7 +136,7 @@ TEST(Caption, EffectIsShadowFourOutlinesAndTheBody)
 {
     CaptionPanel panel(100, 40, 0);
     panel.props.CaptionEfect = true;
-    panel.props.CaptionAlignment = 4; // RightMiddle
+    panel.props.CaptionAlignment = TypeAlignment(TypeAlignment::RightMiddle);
     const Rect r { 4, 3, 96, 37 };
     auto at = [&](int dx, int dy) { return Rect { r.left + dx, r.top + dy, r.right + dx, r.bottom + dy }; };
     std::vector<TextCall> expected = { { "Vex", at(-1, 0), 38, kOut }, { "Vex", at(0, -1), 38, kOut },
@@ -150,15 +150,15 @@ TEST(Caption, EffectIsShadowFourOutlinesAndTheBody)
     // The effect in Window3D replaces the lettering, whatever its value.
     CaptionPanel three(100, 40, 1);
     three.props.CaptionEfect = true;
-    three.props.PanelFont3D = 4;
+    three.props.PanelFont3D = TypePanelFont3D(TypePanelFont3D::RaisedShadingFont3D);
     EXPECT_EQ(three.Paint().size(), 5u);
 }
 
 TEST(Caption, WrappedTextIsPlacedByHand)
 {
     CaptionPanel panel(100, 40, 0);
-    panel.props.CaptionStyle = 1;
-    panel.props.CaptionAlignment = 7; // CenterMiddle
+    panel.props.CaptionStyle = TypeCaptionStyle(TypeCaptionStyle::WrappedCaption);
+    panel.props.CaptionAlignment = TypeAlignment(TypeAlignment::CenterMiddle);
     const int32_t M = panel.MeasuredBottom(Rect { 4, 3, 96, 37 });
     ASSERT_EQ(M, 16) << "one line of the ambient font is 13 pixels high";
     auto& calls = panel.Paint();
@@ -170,13 +170,13 @@ TEST(Caption, WrappedTextIsPlacedByHand)
     EXPECT_EQ(panel.Paint().back().rect.top, 12);
 
     panel.props.CaptionEfect = false;
-    panel.props.CaptionAlignment = 5; // RightBottom: H - M, with the effect H - M - 2
+    panel.props.CaptionAlignment = TypeAlignment(TypeAlignment::RightBottom); // H - M, with the effect H - M - 2
     EXPECT_EQ(panel.Paint().back(), (TextCall { "Vex", Rect { 4, 24, 96, 37 }, 18, kFore }));
     panel.props.CaptionEfect = true;
     EXPECT_EQ(panel.Paint().back().rect.top, 22);
 
     panel.props.CaptionEfect = false;
-    panel.props.CaptionAlignment = 0; // top: no measuring
+    panel.props.CaptionAlignment = TypeAlignment(TypeAlignment::LeftTop); // top: no measuring
     EXPECT_EQ(panel.Paint(), (std::vector<TextCall> { { "Vex", Rect { 4, 3, 96, 37 }, 16, kFore } }));
 }
 
@@ -184,8 +184,8 @@ TEST(Caption, WrappedHalvesRoundToEven)
 {
     for (auto [height, plain, effect] : { std::array { 39, 12, 12 }, std::array { 41, 14, 12 } }) {
         CaptionPanel panel(100, height, 0);
-        panel.props.CaptionStyle = 1;
-        panel.props.CaptionAlignment = 1;
+        panel.props.CaptionStyle = TypeCaptionStyle(TypeCaptionStyle::WrappedCaption);
+        panel.props.CaptionAlignment = TypeAlignment(TypeAlignment::LeftMiddle);
         ASSERT_EQ(panel.MeasuredBottom(Rect { 4, 3, 96, height - 3 }), 16);
         EXPECT_EQ(panel.Paint().back().rect.top, plain) << height;
         panel.props.CaptionEfect = true;
@@ -196,7 +196,7 @@ TEST(Caption, WrappedHalvesRoundToEven)
 TEST(Caption, LetteringCopiesBeforeTheFace)
 {
     CaptionPanel panel(100, 40, 1);
-    panel.props.CaptionAlignment = 0;
+    panel.props.CaptionAlignment = TypeAlignment(TypeAlignment::LeftTop);
     const Rect r { 3, 3, 97, 37 };
     auto call = [&](ColorRef colour, int dx, int dy) {
         return TextCall { "Vex", Rect { r.left + dx, r.top + dy, r.right + dx, r.bottom + dy }, 32, colour };
@@ -210,19 +210,19 @@ TEST(Caption, LetteringCopiesBeforeTheFace)
         { call(kShade, 2, 2), call(kFore, 0, 0) },
     };
     for (int16_t lettering = 0; lettering < 6; ++lettering) {
-        panel.props.PanelFont3D = lettering;
+        panel.props.PanelFont3D = TypePanelFont3D(TypePanelFont3D(lettering));
         EXPECT_EQ(panel.Paint(), expected[lettering]) << lettering;
     }
-    panel.props.PanelFont3D = 6;
+    panel.props.PanelFont3D = TypePanelFont3D(TypePanelFont3D(6));
     EXPECT_TRUE(panel.Paint().empty());
 }
 
 TEST(Caption, Wrapped3DTakesTheSurfaceTextColour)
 {
     CaptionPanel panel(100, 40, 1);
-    panel.props.CaptionStyle = 1;
-    panel.props.CaptionAlignment = 0;
-    panel.props.PanelFont3D = 5; // no lettering on wrapped text
+    panel.props.CaptionStyle = TypeCaptionStyle(TypeCaptionStyle::WrappedCaption);
+    panel.props.CaptionAlignment = TypeAlignment(TypeAlignment::LeftTop);
+    panel.props.PanelFont3D = TypePanelFont3D(TypePanelFont3D::ShadowFont3D); // no lettering on wrapped text
     panel.recorder.SetTextColor(Rgb(9, 9, 9));
     panel.textColour = Rgb(9, 9, 9);
     EXPECT_EQ(panel.Paint(), (std::vector<TextCall> { { "Vex", Rect { 3, 3, 97, 37 }, 16, Rgb(9, 9, 9) } }));
@@ -244,7 +244,7 @@ TEST(Caption, TextLandsOnTheSurfaceAndAnEmptyCaptionDrawsNothing)
     }());
 
     panel.props.Caption = "HH";
-    panel.props.CaptionAlignment = 7;
+    panel.props.CaptionAlignment = TypeAlignment(TypeAlignment::CenterMiddle);
     panel.Paint();
     int inner = 0, outline = 0;
     for (int y = 0; y < 20; ++y)

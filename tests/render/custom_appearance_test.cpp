@@ -20,9 +20,9 @@ constexpr ColorRef kEnd = Rgb(0, 0, 0);
 struct CustomPanel : Panel {
     CustomPanel(int32_t width, int32_t height, int16_t direction) : Panel(width, height)
     {
-        props.Appearance = 2;
-        props.CustomGradientStyle = 1;
-        props.CustomGradientDirection = direction;
+        props.Appearance = TypeAppearance(TypeAppearance::Custom);
+        props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle::UseGradient);
+        props.CustomGradientDirection = TypeCustomGradientDirection(TypeCustomGradientDirection(direction));
         props.CustomGradientStart = kStart;
         props.CustomGradientEnds = kEnd;
         props.CustomBorderColor = kFrame;
@@ -40,7 +40,7 @@ TEST(CustomFrame, RingsGoInwardOnePixelEach)
 {
     CustomPanel panel(100, 50, 0);
     panel.props.CustomBorderWidth = 3;
-    panel.props.CustomGradientStyle = 0;
+    panel.props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle::UseTexture);
     panel.Paint();
     for (auto [x, y] : { std::pair { 0, 0 }, std::pair { 99, 49 }, std::pair { 2, 2 }, std::pair { 97, 47 },
              std::pair { 2, 40 }, std::pair { 50, 47 } })
@@ -53,7 +53,7 @@ TEST(CustomFrame, RingsGoInwardOnePixelEach)
 TEST(CustomFrame, ClientBeyond32767PixelsOverflows)
 {
     CustomPanel panel(32768, 2, 0);
-    panel.props.CustomGradientStyle = 0;
+    panel.props.CustomGradientStyle = TypeCustomGradientStyle::UseTexture;
     EXPECT_EQ(RaisedBy([&] { panel.Paint(); }), 6);
 }
 
@@ -111,7 +111,7 @@ TEST(CustomGradient, OnlyTheFrameWhenCapturingOrNotAGradientStyle)
 {
     CustomPanel capturing(20, 10, 0);
     capturing.props.CustomBorderWidth = 1;
-    capturing.props.BackStyle = 0;
+    capturing.props.BackStyle = TypeBackStyle(TypeBackStyle::Transparent);
     capturing.state.CaptureBackground = 1;
     capturing.Paint();
     EXPECT_EQ(capturing.Pixel(5, 5), kMarker);
@@ -119,7 +119,7 @@ TEST(CustomGradient, OnlyTheFrameWhenCapturingOrNotAGradientStyle)
 
     CustomPanel odd(20, 10, 0);
     odd.props.CustomBorderWidth = 1;
-    odd.props.CustomGradientStyle = 2;
+    odd.props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle(2));
     odd.Paint();
     EXPECT_EQ(odd.Pixel(5, 5), kMarker);
     EXPECT_EQ(odd.Pixel(19, 9), kFrame);
@@ -136,7 +136,7 @@ TEST(CustomGradient, CornerStylesChangeNothing)
     square.Paint();
     CustomPanel round(30, 20, 6);
     round.props.CustomBorderWidth = 2;
-    round.props.CustomBorderLeftTopStyle = round.props.CustomBorderRightBottomStyle = 1;
+    round.props.CustomBorderLeftTopStyle = round.props.CustomBorderRightBottomStyle = TypeBorder(TypeBorder::RoundCornerBorder);
     round.props.CustomBorderRadio = 7;
     round.Paint();
     EXPECT_EQ(square.services.surface->Snapshot().bits(), round.services.surface->Snapshot().bits());
@@ -145,8 +145,8 @@ TEST(CustomGradient, CornerStylesChangeNothing)
 TEST(CustomTexture, TilesStartInsideTheFrame)
 {
     CustomPanel panel(50, 30, 0);
-    panel.props.CustomGradientStyle = 0;
-    panel.props.PictureBackgroundStyle = 2;
+    panel.props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle::UseTexture);
+    panel.props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle::TiledPicture);
     panel.props.PictureBackground = testing::MakePicture(10, 10, [](int x, int y) { return x == 0 && y == 0 ? Rgb(1, 1, 1) : Rgb(9, 9, 9); });
     for (int16_t width : { 0, 2 }) {
         panel.props.CustomBorderWidth = width;

@@ -46,7 +46,7 @@ TEST(Picture, RightBottomKeepsAMarginOfThreeOrTheBorder)
 {
     PicturePanel panel(200, 100);
     panel.props.Picture = Solid(32, 32);
-    panel.props.PictureAlignment = 5;
+    panel.props.PictureAlignment = TypeAlignment(TypeAlignment::RightBottom);
     panel.Paint(DrawPicture);
     EXPECT_EQ(panel.memory.pictureLeft, 165);
     EXPECT_EQ(panel.memory.pictureTop, 65);
@@ -57,15 +57,15 @@ TEST(Picture, RightBottomKeepsAMarginOfThreeOrTheBorder)
 
     PicturePanel lowered(200, 100);
     lowered.props = panel.props;
-    lowered.props.Panel3DBorderStyle = 1;
+    lowered.props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle::Lowered3D);
     lowered.props.Panel3DBorderWidth = 2;
     lowered.Paint(DrawPicture3D);
     EXPECT_EQ(lowered.memory.pictureLeft, 163);
     EXPECT_EQ(lowered.memory.pictureTop, 63);
 
-    lowered.props.Panel3DBorderStyle = 3; // 3 + 2W + O
+    lowered.props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle::GBLowered3D); // 3 + 2W + O
     lowered.props.Panel3DBorderOffset = 4;
-    lowered.props.PictureAlignment = 0;
+    lowered.props.PictureAlignment = TypeAlignment(TypeAlignment::LeftTop);
     lowered.Paint(DrawPicture3D);
     EXPECT_EQ(lowered.memory.pictureLeft, 11);
 
@@ -80,7 +80,7 @@ TEST(Picture, CentringRoundsHalvesToEven)
     for (auto [width, expected] : { std::pair { 73, 20 }, std::pair { 75, 22 } }) {
         PicturePanel panel(width, 40);
         panel.props.Picture = Solid(32, 10);
-        panel.props.PictureAlignment = 7;
+        panel.props.PictureAlignment = TypeAlignment(TypeAlignment::CenterMiddle);
         panel.Paint(DrawPicture);
         EXPECT_EQ(panel.memory.pictureLeft, expected) << width;
         EXPECT_EQ(panel.memory.pictureTop, 15);
@@ -91,17 +91,17 @@ TEST(Picture, UnknownPlacementKeepsTheLastPosition)
 {
     PicturePanel panel(100, 60);
     panel.props.Picture = Solid(10, 10);
-    panel.props.PictureAlignment = 8;
+    panel.props.PictureAlignment = TypeAlignment(TypeAlignment::CenterBottom);
     panel.Paint(DrawPicture);
     EXPECT_EQ(panel.memory.pictureTop, 47);
-    panel.props.PictureAlignment = 9;
+    panel.props.PictureAlignment = TypeAlignment(TypeAlignment(9));
     panel.memory.pictureLeft = 4;
     panel.Paint(DrawPicture);
     EXPECT_EQ(panel.memory.pictureLeft, 4);
     EXPECT_EQ(panel.Pixel(4, 47), kSolid);
 
-    panel.props.PictureAlignment = 0;
-    panel.props.Panel3DBorderStyle = 7; // not a 3D style: the position stays too
+    panel.props.PictureAlignment = TypeAlignment(TypeAlignment::LeftTop);
+    panel.props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle(7)); // not a 3D style: the position stays too
     panel.Paint(DrawPicture3D);
     EXPECT_EQ(panel.memory.pictureLeft, 4);
 }
@@ -208,7 +208,7 @@ TEST(BackgroundPicture, TilesColumnByColumnFromTheInset)
 {
     PicturePanel panel(100, 50);
     panel.props.PictureBackground = MakePicture(30, 20, [](int x, int y) { return x == 0 && y == 0 ? Rgb(1, 1, 1) : Rgb(9, 9, 9); });
-    panel.props.PictureBackgroundStyle = 2;
+    panel.props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle::TiledPicture);
     panel.Paint(DrawBackgroundPicture);
     for (int x : { 0, 30, 60, 90 })
         for (int y : { 0, 20, 40 })
@@ -216,7 +216,7 @@ TEST(BackgroundPicture, TilesColumnByColumnFromTheInset)
     EXPECT_EQ(panel.Pixel(99, 49), Rgb(9, 9, 9));
     EXPECT_EQ(panel.state.PaintLoopIndex, 5);
 
-    panel.props.Panel3DBorderStyle = 4; // 2W + O, in the Windows appearance too
+    panel.props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle::GBRaised3D); // 2W + O, in the Windows appearance too
     panel.props.Panel3DBorderWidth = 1;
     panel.props.Panel3DBorderOffset = 1;
     panel.Paint(DrawBackgroundPicture);
@@ -227,7 +227,7 @@ TEST(BackgroundPicture, TilePositionsAre16Bit)
 {
     PicturePanel panel(32780, 2);
     panel.props.PictureBackground = MakePicture(10, 2, [](int, int) { return Rgb(9, 9, 9); });
-    panel.props.PictureBackgroundStyle = 2;
+    panel.props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle::TiledPicture);
     // 3279 columns: the one at x = 32770 does not fit 16 bits, after 3277 have been drawn.
     EXPECT_EQ(RaisedBy([&] { panel.Paint(DrawBackgroundPicture); }), 6);
     EXPECT_EQ(panel.Pixel(32769, 0), Rgb(9, 9, 9));
@@ -247,8 +247,8 @@ TEST(BackgroundPicture, StretchedTakesTheInsetOffOnce)
 {
     PicturePanel panel(100, 50);
     panel.props.PictureBackground = MakePicture(98, 48, [](int x, int y) { return Rgb(x, y, 1); });
-    panel.props.PictureBackgroundStyle = 1;
-    panel.props.Panel3DBorderStyle = 1;
+    panel.props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle::StretchedPicture);
+    panel.props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle::Lowered3D);
     panel.props.Panel3DBorderWidth = 2;
     panel.Paint(DrawBackgroundPicture);
     EXPECT_EQ(panel.Pixel(1, 1), kMarker);
@@ -257,7 +257,7 @@ TEST(BackgroundPicture, StretchedTakesTheInsetOffOnce)
 
     PicturePanel odd(100, 50);
     odd.props = panel.props;
-    odd.props.Panel3DBorderStyle = 5;
+    odd.props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle(5));
     odd.Paint(DrawBackgroundPicture);
     EXPECT_EQ(odd.Pixel(50, 25), kMarker);
 }

@@ -15,15 +15,15 @@ constexpr ColorRef kMarker = 0x00FF00FF;
 struct WindowsPanel : Panel {
     WindowsPanel(int32_t width = 60, int32_t height = 40) : Panel(width, height)
     {
-        props.Appearance = 0;
-        props.WinOptionColor = 1;
+        props.Appearance = TypeAppearance(TypeAppearance::Windows);
+        props.WinOptionColor = TypeWinOptionColor(TypeWinOptionColor::WinBackColorOption);
         props.WinBackColor = Rgb(100, 150, 200);
-        props.WinContrast = 1; // 40
-        props.WinGradientDirection = 0;
+        props.WinContrast = TypeWinContrast(TypeWinContrast::MediumContrast); // 40
+        props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection::pTopToButtomDirection);
         NoBorders();
         Fill(kMarker);
     }
-    void NoBorders() { props.WinBorderTopStyle = props.WinBorderBottomStyle = props.WinBorderLeftStyle = props.WinBorderRightStyle = 0; }
+    void NoBorders() { props.WinBorderTopStyle = props.WinBorderBottomStyle = props.WinBorderLeftStyle = props.WinBorderRightStyle = TypeWinBorderStyle::NoneBorder; }
     void Paint()
     {
         PaintContext context = Context();
@@ -47,7 +47,7 @@ TEST(WindowsShading, TopToBottomDarkensRowByRow)
 TEST(WindowsShading, StepsRoundHalfToEven)
 {
     WindowsPanel panel(10, 16);
-    panel.props.WinContrast = 0; // 20 over 16 rows: 1.25 per row
+    panel.props.WinContrast = TypeWinContrast(TypeWinContrast::LowContrast); // 20 over 16 rows: 1.25 per row
     panel.Paint();
     EXPECT_EQ(panel.Pixel(0, 2), panel.B(-2));  // 2.5 -> 2
     EXPECT_EQ(panel.Pixel(0, 6), panel.B(-8));  // 7.5 -> 8
@@ -58,8 +58,8 @@ TEST(WindowsShading, BottomToTopShiftsDownThenBackUp)
 {
     WindowsPanel panel(10, 40);
     panel.props.WinBackColor = Rgb(20, 150, 200);
-    panel.props.WinContrast = 2; // 80, step 2
-    panel.props.WinGradientDirection = 1;
+    panel.props.WinContrast = TypeWinContrast(TypeWinContrast::HighContrast); // 80, step 2
+    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection::pButtomToTopDirection);
     panel.Paint();
     const ColorRef dark = ShiftColour(Rgb(20, 150, 200), -80, false); // red clamped at 0
     EXPECT_EQ(panel.Pixel(0, 0), dark);
@@ -71,13 +71,13 @@ TEST(WindowsShading, BottomToTopShiftsDownThenBackUp)
 TEST(WindowsShading, ColumnsLeftToRightAndRightToLeft)
 {
     WindowsPanel panel(40, 12);
-    panel.props.WinGradientDirection = 2;
+    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection::pLeftToRightDirection);
     panel.Paint();
     for (int x : { 0, 9, 39 }) {
         EXPECT_EQ(panel.Pixel(x, 0), panel.B(-x)) << x;
         EXPECT_EQ(panel.Pixel(x, 11), panel.B(-x)) << x;
     }
-    panel.props.WinGradientDirection = 3;
+    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection::pRightToLeftDirection);
     panel.Paint();
     const ColorRef dark = panel.B(-40);
     EXPECT_EQ(panel.Pixel(0, 5), dark);
@@ -87,7 +87,7 @@ TEST(WindowsShading, ColumnsLeftToRightAndRightToLeft)
 TEST(WindowsShading, CentreDirectionsAreLightInTheMiddle)
 {
     WindowsPanel panel(20, 41);
-    panel.props.WinGradientDirection = 4; // half = 20, step 2
+    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection::pVerticalCenterDirection); // half = 20, step 2
     panel.Paint();
     EXPECT_EQ(panel.Pixel(3, 20), panel.B(0));
     EXPECT_EQ(panel.Pixel(3, 0), panel.B(-40));
@@ -96,7 +96,7 @@ TEST(WindowsShading, CentreDirectionsAreLightInTheMiddle)
     EXPECT_EQ(panel.Pixel(3, 25), panel.B(-10));
 
     WindowsPanel across(41, 6);
-    across.props.WinGradientDirection = 5;
+    across.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection::pHorizontalCenterDirection);
     across.props.WinBackColor = Rgb(10, 150, 200); // red clamps: the middle keeps the second colour
     across.Paint();
     const ColorRef base = Rgb(10, 150, 200);
@@ -108,12 +108,12 @@ TEST(WindowsShading, CentreDirectionsAreLightInTheMiddle)
 TEST(WindowsShading, NoShadingForUnknownDirectionsFlatForUnknownContrasts)
 {
     WindowsPanel panel;
-    panel.props.WinGradientDirection = 6;
+    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(6));
     panel.Paint();
     EXPECT_EQ(panel.Pixel(30, 20), kMarker);
 
-    panel.props.WinGradientDirection = 0;
-    panel.props.WinContrast = 3;
+    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection::pTopToButtomDirection);
+    panel.props.WinContrast = TypeWinContrast(TypeWinContrast(3));
     panel.Paint();
     EXPECT_EQ(panel.Pixel(30, 0), panel.B(0));
     EXPECT_EQ(panel.Pixel(30, 39), panel.B(0));
@@ -122,8 +122,8 @@ TEST(WindowsShading, NoShadingForUnknownDirectionsFlatForUnknownContrasts)
 TEST(WindowsShading, ThemesUseTheShiftedButtonFace)
 {
     WindowsPanel panel;
-    panel.props.WinOptionColor = 0;
-    panel.props.WinContrast = 5;
+    panel.props.WinOptionColor = TypeWinOptionColor(TypeWinOptionColor::ThemesColorOption);
+    panel.props.WinContrast = TypeWinContrast(TypeWinContrast(5));
     panel.Paint();
     EXPECT_EQ(panel.Pixel(5, 5), ShiftColour(panel.Sys(15), 30, true));
 }
@@ -131,14 +131,14 @@ TEST(WindowsShading, ThemesUseTheShiftedButtonFace)
 TEST(WindowsShading, PendingCaptureSkipsTheShadingButNotTheBorders)
 {
     WindowsPanel panel;
-    panel.props.BackStyle = 0;
+    panel.props.BackStyle = TypeBackStyle(TypeBackStyle::Transparent);
     panel.state.CaptureBackground = 1;
-    panel.props.WinBorderTopStyle = 3;
+    panel.props.WinBorderTopStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
     panel.Paint();
     EXPECT_EQ(panel.Pixel(30, 20), kMarker);
     EXPECT_EQ(panel.Pixel(30, 0), panel.B(-40));
 
-    panel.props.BackStyle = 1; // opaque shades even while capturing
+    panel.props.BackStyle = TypeBackStyle(TypeBackStyle::Opaque); // opaque shades even while capturing
     panel.Paint();
     EXPECT_EQ(panel.Pixel(30, 20), panel.B(-20));
 }
@@ -146,18 +146,18 @@ TEST(WindowsShading, PendingCaptureSkipsTheShadingButNotTheBorders)
 TEST(WindowsBorders, TopRowsAndTheirCornerFlags)
 {
     WindowsPanel panel(20, 10);
-    panel.props.WinGradientDirection = 9;
-    panel.props.WinBorderTopStyle = 3;
+    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(9));
+    panel.props.WinBorderTopStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
     panel.Paint();
     // No left or right border: every top row runs the full width.
     EXPECT_EQ(panel.Pixel(0, 1), panel.B(-25));
     EXPECT_EQ(panel.Pixel(19, 2), panel.B(-20));
 
     panel.Fill(kMarker);
-    panel.props.WinBorderLeftStyle = 2;
-    panel.props.WinBorderRightStyle = 2;
-    panel.props.WinBorderTopStyle = 2; // raised, back colour: the outer row is shortened too
-    panel.props.WinBorderBottomStyle = 0;
+    panel.props.WinBorderLeftStyle = TypeWinBorderStyle(TypeWinBorderStyle::RaisedBorder);
+    panel.props.WinBorderRightStyle = TypeWinBorderStyle(TypeWinBorderStyle::RaisedBorder);
+    panel.props.WinBorderTopStyle = TypeWinBorderStyle(TypeWinBorderStyle::RaisedBorder); // raised, back colour: the outer row is shortened too
+    panel.props.WinBorderBottomStyle = TypeWinBorderStyle(TypeWinBorderStyle::NoneBorder);
     panel.Paint();
     EXPECT_EQ(panel.Pixel(1, 0), panel.B(40));
     EXPECT_EQ(panel.Pixel(18, 0), panel.B(40));
@@ -171,13 +171,13 @@ TEST(WindowsBorders, LeftInnerColumnsStartBelowTheTopStyle)
 {
     for (auto [topStyle, firstRow] : { std::pair { 0, 0 }, std::pair { 1, 1 }, std::pair { 2, 1 }, std::pair { 3, 2 } }) {
         WindowsPanel panel(20, 10);
-        panel.props.WinGradientDirection = 9;
-        panel.props.WinBorderLeftStyle = 3;
-        panel.props.WinOptionColor = 0;
+        panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(9));
+        panel.props.WinBorderLeftStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
+        panel.props.WinOptionColor = TypeWinOptionColor(TypeWinOptionColor::ThemesColorOption);
         panel.Fill(kMarker);
-        panel.props.WinBorderTopStyle = static_cast<int16_t>(topStyle);
+        panel.props.WinBorderTopStyle = TypeWinBorderStyle(TypeWinBorderStyle(topStyle));
         panel.Paint();
-        const ColorRef B = panel.state.SysColors[0];
+        const ColorRef B = panel.state.SysColors.ShadedFace;
         EXPECT_EQ(panel.Pixel(0, 9), ShiftColour(B, -40, false)) << topStyle;
         EXPECT_EQ(panel.Pixel(1, 9), ShiftColour(B, -25, false)) << topStyle; // no bottom border: to H
         EXPECT_EQ(panel.Pixel(2, firstRow), ShiftColour(B, -20, false)) << topStyle;
@@ -190,9 +190,9 @@ TEST(WindowsBorders, LeftInnerColumnsStartBelowTheTopStyle)
 TEST(WindowsBorders, ShadowLeftWithBackColourDrawsAlongTheTop)
 {
     WindowsPanel panel(20, 10);
-    panel.props.WinGradientDirection = 9;
-    panel.props.WinBorderLeftStyle = 3;
-    panel.props.WinBorderBottomStyle = 1;
+    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(9));
+    panel.props.WinBorderLeftStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
+    panel.props.WinBorderBottomStyle = TypeWinBorderStyle(TypeWinBorderStyle::LoweredBorder);
     panel.Paint();
     EXPECT_EQ(panel.Pixel(19, 0), panel.B(-40));
     EXPECT_EQ(panel.Pixel(0, 5), kMarker); // no outer left column
@@ -204,9 +204,9 @@ TEST(WindowsBorders, ShadowLeftWithBackColourDrawsAlongTheTop)
 TEST(WindowsBorders, RightAndBottomOffsets)
 {
     WindowsPanel panel(20, 10);
-    panel.props.WinGradientDirection = 9;
-    panel.props.WinBorderTopStyle = 3;
-    panel.props.WinBorderRightStyle = 1;
+    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(9));
+    panel.props.WinBorderTopStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
+    panel.props.WinBorderRightStyle = TypeWinBorderStyle(TypeWinBorderStyle::LoweredBorder);
     panel.Paint();
     // Lowered, back colour: the inner column full length first, the outer one from row 2.
     EXPECT_EQ(panel.Pixel(18, 9), panel.B(-50));
@@ -215,10 +215,10 @@ TEST(WindowsBorders, RightAndBottomOffsets)
     EXPECT_EQ(panel.Pixel(19, 9), panel.B(40));
 
     WindowsPanel bottom(20, 10);
-    bottom.props.WinGradientDirection = 9;
-    bottom.props.WinBorderBottomStyle = 3;
-    bottom.props.WinBorderLeftStyle = 3;
-    bottom.props.WinBorderRightStyle = 1;
+    bottom.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(9));
+    bottom.props.WinBorderBottomStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
+    bottom.props.WinBorderLeftStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
+    bottom.props.WinBorderRightStyle = TypeWinBorderStyle(TypeWinBorderStyle::LoweredBorder);
     bottom.Paint();
     EXPECT_EQ(bottom.Pixel(0, 9), bottom.B(-40));
     EXPECT_EQ(bottom.Pixel(2, 8), bottom.B(-25)); // lo = 2

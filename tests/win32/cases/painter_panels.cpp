@@ -69,15 +69,15 @@ platform::PictureRef PatternPicture(int32_t width, int32_t height, ColorRef key 
 PanelProperties WindowsPanel(int16_t direction, int16_t option, int16_t top, int16_t left, int16_t right, int16_t bottom)
 {
     PanelProperties props;
-    props.Appearance = 0;
-    props.WinGradientDirection = direction;
-    props.WinOptionColor = option;
+    props.Appearance = TypeAppearance(TypeAppearance::Windows);
+    props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(direction));
+    props.WinOptionColor = TypeWinOptionColor(TypeWinOptionColor(option));
     props.WinBackColor = Rgb(70, 150, 230);
-    props.WinContrast = 2;
-    props.WinBorderTopStyle = top;
-    props.WinBorderLeftStyle = left;
-    props.WinBorderRightStyle = right;
-    props.WinBorderBottomStyle = bottom;
+    props.WinContrast = TypeWinContrast(TypeWinContrast::HighContrast);
+    props.WinBorderTopStyle = TypeWinBorderStyle(TypeWinBorderStyle(top));
+    props.WinBorderLeftStyle = TypeWinBorderStyle(TypeWinBorderStyle(left));
+    props.WinBorderRightStyle = TypeWinBorderStyle(TypeWinBorderStyle(right));
+    props.WinBorderBottomStyle = TypeWinBorderStyle(TypeWinBorderStyle(bottom));
     return props;
 }
 
@@ -116,8 +116,8 @@ VEX_DRAWING_CASES(painter_panel_cases)
              Ring { "flat", 3, 2, 1, true, 50, 30 }, Ring { "overwide", 1, 9, 0, false, 14, 11 },
              Ring { "overwide_groove", 4, 3, 4, false, 17, 12 }, Ring { "one_pixel", 1, 1, 0, false, 1, 10 } }) {
         PanelProperties props;
-        props.Appearance = 1;
-        props.Panel3DBorderStyle = ring.style;
+        props.Appearance = TypeAppearance(TypeAppearance::Window3D);
+        props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle(ring.style));
         props.Panel3DBorderWidth = ring.width;
         props.Panel3DBorderOffset = ring.offset;
         props.Panel3DBorderOption = ring.option;
@@ -129,8 +129,8 @@ VEX_DRAWING_CASES(painter_panel_cases)
     // Custom gradients in all eight directions on an odd-sized panel, with a frame.
     for (int16_t direction = 0; direction <= 7; ++direction) {
         PanelProperties props;
-        props.Appearance = 2;
-        props.CustomGradientDirection = direction;
+        props.Appearance = TypeAppearance(TypeAppearance::Custom);
+        props.CustomGradientDirection = TypeCustomGradientDirection(TypeCustomGradientDirection(direction));
         props.CustomGradientStart = Rgb(250, 40, 20);
         props.CustomGradientEnds = Rgb(20, 60, 240);
         props.CustomBorderWidth = 2;
@@ -142,56 +142,56 @@ VEX_DRAWING_CASES(painter_panel_cases)
     // a centred picture wider than the panel, a masked foreground frame of a strip, an icon.
     cases.push_back({ "painters_pictures_tiled_masked", 70, 45, [](DeviceContext& dc, Facts&) {
         PanelProperties props;
-        props.Appearance = 1;
-        props.Panel3DBorderStyle = 3;
+        props.Appearance = TypeAppearance(TypeAppearance::Window3D);
+        props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle::GBLowered3D);
         props.PictureBackground = PatternPicture(13, 9);
-        props.PictureBackgroundStyle = 2;
+        props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle::TiledPicture);
         props.PictureBackgroundUseMask = true;
         props.Picture = PatternPicture(30, 10);
         props.PictureFrames = 3;
         props.PictureUseMask = true;
-        props.PictureAlignment = 5;
+        props.PictureAlignment = TypeAlignment(TypeAlignment::RightBottom);
         PaintPanel(dc, props);
     } });
     cases.push_back({ "painters_pictures_texture_stretched", 70, 45, [](DeviceContext& dc, Facts&) {
         PanelProperties props;
-        props.Appearance = 2;
-        props.CustomGradientStyle = 0;
+        props.Appearance = TypeAppearance(TypeAppearance::Custom);
+        props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle::UseTexture);
         props.CustomBorderWidth = 3;
         props.PictureBackground = PatternPicture(16, 12);
-        props.PictureBackgroundStyle = 1;
+        props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle::StretchedPicture);
         props.Picture = PatternPicture(12, 12, Rgb(236, 233, 216));
         props.OptionPic = true;
-        props.PictureAlignment = 7;
+        props.PictureAlignment = TypeAlignment(TypeAlignment::CenterMiddle);
         PaintPanel(dc, props);
     } });
     cases.push_back({ "painters_pictures_centred_wide", 40, 30, [](DeviceContext& dc, Facts&) {
         PanelProperties props;
-        props.Appearance = 0;
+        props.Appearance = TypeAppearance(TypeAppearance::Windows);
         props.PictureBackground = PatternPicture(51, 7);
         props.OptionPicBackGround = true;
         PaintPanel(dc, props);
     } });
     cases.push_back({ "painters_transparent_capture", 40, 30, [](DeviceContext& dc, Facts&) {
         PanelProperties props;
-        props.Appearance = 0;
-        props.BackStyle = 0;
-        props.WinBorderTopStyle = props.WinBorderLeftStyle = 3;
+        props.Appearance = TypeAppearance(TypeAppearance::Windows);
+        props.BackStyle = TypeBackStyle(TypeBackStyle::Transparent);
+        props.WinBorderTopStyle = props.WinBorderLeftStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
         PaintPanel(dc, props, 1, PatternPicture(40, 30));
     } });
 
     // Captions: the effect, 3D lettering and wrapped placement in each appearance.
     auto captioned = [](int16_t appearance, int16_t alignment, bool effect, int16_t style, int16_t lettering) {
         PanelProperties props;
-        props.Appearance = appearance;
+        props.Appearance = TypeAppearance(TypeAppearance(appearance));
         props.Caption = "Vex Panel caption";
-        props.CaptionAlignment = alignment;
+        props.CaptionAlignment = TypeAlignment(TypeAlignment(alignment));
         props.CaptionEfect = effect;
         props.CaptionGetShadow = effect;
-        props.CaptionStyle = style;
-        props.PanelFont3D = lettering;
+        props.CaptionStyle = TypeCaptionStyle(TypeCaptionStyle(style));
+        props.PanelFont3D = TypePanelFont3D(TypePanelFont3D(lettering));
         props.PanelFont3DHighLight = Rgb(255, 255, 255);
-        props.Panel3DBorderStyle = 1;
+        props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle::Lowered3D);
         props.Panel3DBorderWidth = 2;
         props.CaptionFontShadow = Rgb(90, 90, 90);
         return props;

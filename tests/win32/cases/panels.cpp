@@ -83,21 +83,21 @@ VEX_DRAWING_CASES(panel_cases)
     // Windows appearance: every gradient direction and contrast, the border styles on each side.
     for (int16_t direction = 0; direction <= 5; ++direction) {
         PanelProperties props;
-        props.Appearance = 0;
-        props.WinGradientDirection = direction;
-        props.WinContrast = static_cast<int16_t>(direction % 3);
-        props.WinOptionColor = static_cast<int16_t>(direction % 2);
+        props.Appearance = TypeAppearance(TypeAppearance::Windows);
+        props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(direction));
+        props.WinContrast = TypeWinContrast(TypeWinContrast(direction % 3));
+        props.WinOptionColor = TypeWinOptionColor(TypeWinOptionColor(direction % 2));
         AddPanel(cases, "windows_direction_" + std::to_string(direction), props);
     }
     for (int16_t style = 0; style <= 3; ++style) {
         PanelProperties props;
-        props.Appearance = 0;
-        props.WinBorderTopStyle = style;
-        props.WinBorderLeftStyle = static_cast<int16_t>((style + 1) % 4);
-        props.WinBorderBottomStyle = static_cast<int16_t>((style + 2) % 4);
-        props.WinBorderRightStyle = static_cast<int16_t>((style + 3) % 4);
-        props.CustomBorderLeftTopStyle = static_cast<int16_t>(style % 2);
-        props.CustomBorderRightBottomStyle = static_cast<int16_t>((style + 1) % 2);
+        props.Appearance = TypeAppearance(TypeAppearance::Windows);
+        props.WinBorderTopStyle = TypeWinBorderStyle(TypeWinBorderStyle(style));
+        props.WinBorderLeftStyle = TypeWinBorderStyle(TypeWinBorderStyle((style + 1) % 4));
+        props.WinBorderBottomStyle = TypeWinBorderStyle(TypeWinBorderStyle((style + 2) % 4));
+        props.WinBorderRightStyle = TypeWinBorderStyle(TypeWinBorderStyle((style + 3) % 4));
+        props.CustomBorderLeftTopStyle = TypeBorder(TypeBorder(style % 2));
+        props.CustomBorderRightBottomStyle = TypeBorder(TypeBorder((style + 1) % 2));
         AddPanel(cases, "windows_borders_" + std::to_string(style), props);
     }
 
@@ -105,15 +105,15 @@ VEX_DRAWING_CASES(panel_cases)
     // in each placement and a masked picture.
     for (int16_t style = 0; style <= 4; ++style) {
         PanelProperties props;
-        props.Appearance = 1;
-        props.Panel3DBorderStyle = style;
+        props.Appearance = TypeAppearance(TypeAppearance::Window3D);
+        props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle(style));
         props.Panel3DBorderWidth = 3;
         props.Panel3DBorderOffset = 4;
         props.PictureBackground = Backdrop();
-        props.PictureBackgroundStyle = static_cast<int16_t>(style % 3);
+        props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle(style % 3));
         props.Picture = Sprite();
         props.PictureUseMask = style % 2 == 1;
-        props.PictureAlignment = static_cast<int16_t>(style * 2);
+        props.PictureAlignment = TypeAlignment(TypeAlignment(style * 2));
         AddPanel(cases, "3d_style_" + std::to_string(style), props);
     }
 
@@ -121,35 +121,35 @@ VEX_DRAWING_CASES(panel_cases)
     // with alpha; as the foreground on each appearance and as a tiled background.
     for (int16_t appearance = 0; appearance <= 2; ++appearance) {
         PanelProperties props;
-        props.Appearance = appearance;
-        props.CustomGradientStyle = 1;
+        props.Appearance = TypeAppearance(TypeAppearance(appearance));
+        props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle::UseGradient);
         props.Picture = platform::Picture::FromIcon(appearance == 1 ? MakeAlphaIcon(16) : MakeIcon(16));
-        props.PictureAlignment = static_cast<int16_t>(appearance * 3 + 1);
+        props.PictureAlignment = TypeAlignment(TypeAlignment(appearance * 3 + 1));
         props.PictureBackground = platform::Picture::FromIcon(MakeIcon(16));
-        props.PictureBackgroundStyle = static_cast<int16_t>(2 - appearance % 2);
+        props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle(2 - appearance % 2));
         AddPanel(cases, "icons_appearance_" + std::to_string(appearance), props);
     }
 
     // Custom appearance: every gradient direction, and the texture with a wide frame.
     for (int16_t direction = 0; direction <= 7; ++direction) {
         PanelProperties props;
-        props.Appearance = 2;
-        props.CustomGradientStyle = 1;
-        props.CustomGradientDirection = direction;
+        props.Appearance = TypeAppearance(TypeAppearance::Custom);
+        props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle::UseGradient);
+        props.CustomGradientDirection = TypeCustomGradientDirection(TypeCustomGradientDirection(direction));
         props.CustomBorderWidth = static_cast<int16_t>(direction % 3);
         props.CustomBorderRadio = static_cast<int16_t>(direction * 4);
-        props.CustomBorderLeftTopStyle = static_cast<int16_t>(direction % 2);
-        props.CustomBorderRightBottomStyle = static_cast<int16_t>(direction % 2);
+        props.CustomBorderLeftTopStyle = TypeBorder(TypeBorder(direction % 2));
+        props.CustomBorderRightBottomStyle = TypeBorder(TypeBorder(direction % 2));
         AddPanel(cases, "custom_gradient_" + std::to_string(direction), props);
     }
     {
         PanelProperties props;
-        props.Appearance = 2;
-        props.CustomGradientStyle = 0;
+        props.Appearance = TypeAppearance(TypeAppearance::Custom);
+        props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle::UseTexture);
         props.CustomBorderWidth = 4;
         props.PictureBackground = Backdrop();
         props.Picture = Sprite();
-        props.PictureAlignment = 7;
+        props.PictureAlignment = TypeAlignment(TypeAlignment::CenterMiddle);
         AddPanel(cases, "custom_texture", props);
     }
 }

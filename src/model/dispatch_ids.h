@@ -1,21 +1,23 @@
 #pragma once
 // The dispatch identifiers of the panel's automation interface and events, kept for the
-// automation layer: every property, method and event by its exact name, in interface order.
+// automation layer: every property (from the property table), method and event by its exact
+// name, in interface order.
 
 #include <cstdint>
 #include <span>
 #include <string_view>
 
-namespace vex::control {
+namespace vex::model {
 
 enum class MemberKind { Property, Method, Event };
 
 struct DispatchMember {
     std::string_view name;
-    MemberKind kind;
-    int32_t dispid;
+    MemberKind kind = MemberKind::Property;
+    int32_t dispid = 0;
     bool readOnly = false; // properties: Get only (hWnd, hDC)
     bool hidden = false;
+    uint16_t flags = 0;    // properties: the table's PropertyFlag bits
 };
 
 // Properties and methods in the order of the default interface.
@@ -31,4 +33,4 @@ inline constexpr int32_t kDispidCaption = -518;  // the standard caption identif
 inline constexpr int32_t kDispidAboutBox = -552; // the standard about-box identifier
 inline constexpr int32_t kDispidValue = 0;       // the default member
 
-} // namespace vex::control
+} // namespace vex::model

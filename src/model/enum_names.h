@@ -6,7 +6,7 @@
 #include <span>
 #include <string_view>
 
-namespace vex::control {
+namespace vex::model {
 
 struct EnumMember {
     std::string_view name;
@@ -27,4 +27,4 @@ const EnumInfo* FindEnumeration(std::string_view name);
 // The exact member name for value, or an empty view when value names no member.
 std::string_view MemberName(const EnumInfo& info, int32_t value);
 
-} // namespace vex::control
+} // namespace vex::model
