@@ -5,7 +5,6 @@
 #ifndef _WIN32
 #include "platform/soft/soft_device_context.h"
 #endif
-#include "render/colour.h"
 
 namespace vex::control {
 
@@ -33,24 +32,6 @@ HeadlessSurface::HeadlessSurface(std::unique_ptr<platform::DeviceContext> dc, pl
     hwnd_ = block;
     hdc_ = block + 1;
     nextHandle_ = block + 2;
-    // A panel's surface: transparent fill style (a hollow brush, which the square gradients rely
-    // on), text drawn transparently over the layers below, in the surface's font and colour.
-    dc_->SelectBrush(platform::Brush::Hollow());
-    dc_->SetBkMode(platform::kBkTransparent);
-    dc_->SelectFont(font_);
-    dc_->SetTextColor(render::TranslateColor(foreColor_, *dc_));
-}
-
-void HeadlessSurface::SetForeColor(OleColor color)
-{
-    foreColor_ = color;
-    dc_->SetTextColor(render::TranslateColor(color, *dc_));
-}
-
-void HeadlessSurface::SetFont(const platform::FontDesc& font)
-{
-    font_ = font;
-    dc_->SelectFont(font);
 }
 
 #ifndef _WIN32
@@ -67,13 +48,6 @@ void HeadlessSurface::SetClientSize(platform::Size size)
     clientSize_ = size;
     if (resize_)
         resize_(size);
-}
-
-void HeadlessSurface::Cls()
-{
-    ++clsCount_;
-    ColorRef color = render::TranslateColor(backColor_, *dc_);
-    dc_->FillRect(platform::Rect { 0, 0, clientSize_.width, clientSize_.height }, platform::Brush::Solid(color));
 }
 
 // The surface is a persistent picture: a refresh shows what has been painted and never runs the

@@ -1,7 +1,7 @@
 #pragma once
 // The control surface without a window system: a device context in memory (any implementation
-// of the drawing layer), the surface's own colours, font and pointer, and a simulated screen
-// with the control at ScreenOrigin, child windows placed on it, and the cursor.
+// of the drawing layer), the cursor it was told to show, and a simulated screen with the control
+// at ScreenOrigin, child windows placed on it, and the cursor position.
 
 #include <functional>
 #include <memory>
@@ -33,21 +33,14 @@ public:
     double ScaleWidth() override { return clientSize_.width; }
     double ScaleHeight() override { return clientSize_.height; }
 
-    OleColor BackColor() override { return backColor_; }
-    void SetBackColor(OleColor color) override { backColor_ = color; }
-    OleColor ForeColor() override { return foreColor_; }
-    void SetForeColor(OleColor color) override; // also the context's text colour
-    platform::FontDesc Font() override { return font_; }
-    void SetFont(const platform::FontDesc& font) override; // also selected into the context
-    int16_t MousePointer() override { return mousePointer_; }
-    void SetMousePointer(int16_t pointer) override { mousePointer_ = pointer; }
-    platform::PictureRef MouseIcon() override { return mouseIcon_; }
-    void SetMouseIcon(platform::PictureRef icon) override { mouseIcon_ = std::move(icon); }
-
-    void Cls() override;
     void Refresh() override; // presents what has been painted
     void SetWindowEnabled(bool enabled) override { windowEnabled_ = enabled; }
     bool WindowEnabled() override { return windowEnabled_; }
+    void SetCursor(int16_t pointer, const platform::PictureRef& icon) override
+    {
+        cursorPointer_ = pointer;
+        cursorIcon_ = icon;
+    }
     void ReleaseWindowRegions() override { ++regionReleases_; }
 
     platform::Point ClientToScreen(platform::Point point) override;
@@ -65,7 +58,8 @@ public:
     // Some other top-level window covering this screen rectangle (above the control).
     int32_t AddCoveringWindow(platform::Rect screenRect);
 
-    int ClsCount() const { return clsCount_; }
+    int16_t CursorPointer() const { return cursorPointer_; }
+    const platform::PictureRef& CursorIcon() const { return cursorIcon_; }
     int RefreshCount() const { return refreshCount_; }
     int RegionReleases() const { return regionReleases_; }
 
@@ -80,11 +74,8 @@ private:
     platform::Size clientSize_;
     int32_t hwnd_;
     int32_t hdc_;
-    OleColor backColor_ = 0x8000000F;
-    OleColor foreColor_ = 0x80000012;
-    platform::FontDesc font_;
-    int16_t mousePointer_ = 0;
-    platform::PictureRef mouseIcon_;
+    int16_t cursorPointer_ = 0;
+    platform::PictureRef cursorIcon_;
     bool windowEnabled_ = true;
     platform::Point origin_ { 100, 100 };
     platform::Point cursor_ { 0, 0 };
@@ -92,7 +83,6 @@ private:
     std::vector<Window> covering_; // screen coordinates
     int32_t nextHandle_;
     std::function<void()> onPresent_;
-    int clsCount_ = 0;
     int refreshCount_ = 0;
     int regionReleases_ = 0;
 };

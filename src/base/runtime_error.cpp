@@ -26,6 +26,8 @@ std::string StandardDescription(int32_t number)
     case 91: return "Object variable or With block variable not set";
     case 321: return "Invalid file format";
     case 380: return "Invalid property value";
+    case 383: return "Property is read-only";
+    case 438: return "Object doesn't support this property or method";
     case 481: return "Invalid picture";
     default: return "Application-defined or object-defined error";
     }

@@ -31,6 +31,8 @@ enum class ErrorCode : int32_t {
     ObjectNotSet = 91,
     InvalidFileFormat = 321,
     InvalidPropertyValue = 380,
+    PropertyReadOnly = 383,
+    ObjectDoesntSupport = 438,
     InvalidPicture = 481,
 };
 

@@ -4,6 +4,6 @@
 
 namespace vex::control {
 
-ColorRef PanelServices::BackColorRgb() { return render::TranslateColor(surface_.BackColor(), surface_.Dc()); }
+ColorRef PanelServices::BackColorRgb() { return render::TranslateColor(props_.BackColor, surface_.Dc()); }
 
 } // namespace vex::control

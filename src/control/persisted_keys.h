@@ -6,9 +6,11 @@
 #include <array>
 #include <string_view>
 
+#include "model/property_table.h"
+
 namespace vex::control {
 
-inline constexpr size_t kPersistedKeyCount = 59;
+inline constexpr size_t kPersistedKeyCount = model::kPersistedKeyCount;
 
 const std::array<std::string_view, kPersistedKeyCount>& ReadOrder();
 const std::array<std::string_view, kPersistedKeyCount>& WriteOrder();

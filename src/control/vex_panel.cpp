@@ -19,7 +19,7 @@ private:
 VexPanel::VexPanel(Host& host, ControlSurface& surface)
     : host_(host)
     , surface_(surface)
-    , services_(std::make_unique<PanelServices>(host, surface))
+    , services_(std::make_unique<PanelServices>(host, surface, props_))
     , formHook_(std::make_unique<FormHook>(*this))
 {
     // Timer1, the mouse-exit poller, starts enabled at 3 ms; so a new control's first tick
@@ -47,88 +47,12 @@ void VexPanel::HoldParent(ParentForm& parent)
     MyParent_->Connect(formHook_.get());
 }
 
-void VexPanel::Notify(const char* name) { host_.PropertyChanged(name); }
+void VexPanel::Notify(std::string_view name) { host_.PropertyChanged(std::string(name)); }
 
 render::PaintContext VexPanel::Context() { return render::PaintContext { props_, paint_, memory_, *services_ }; }
 
-// ---- Surface-held properties ---------------------------------------------------------------------
-
-platform::FontDesc VexPanel::Font() const { return surface_.Font(); }
-
-void VexPanel::setFont(const platform::FontDesc& value)
-{
-    surface_.SetFont(value);
-    Notify("Font");
-    DrawControl(true);
-}
-
-template <typename Apply>
-void VexPanel::SetFontFacet(Apply apply, const char* name)
-{
-    platform::FontDesc font = surface_.Font();
-    apply(font);
-    surface_.SetFont(font);
-    Notify(name);
-    DrawControl(true);
-}
-
-void VexPanel::setFontUnderline(bool value)
-{
-    SetFontFacet([&](platform::FontDesc& font) { font.underline = value; }, "FontUnderline");
-}
-
-void VexPanel::setFontStrikethru(bool value)
-{
-    SetFontFacet([&](platform::FontDesc& font) { font.strikethrough = value; }, "FontStrikethru");
-}
-
-void VexPanel::setFontSize(float value)
-{
-    SetFontFacet([&](platform::FontDesc& font) { font.size = value; }, "FontSize");
-}
-
-void VexPanel::setFontName(const std::string& value)
-{
-    SetFontFacet([&](platform::FontDesc& font) { font.name = value; }, "FontName");
-}
-
-void VexPanel::setFontItalic(bool value)
-{
-    SetFontFacet([&](platform::FontDesc& font) { font.italic = value; }, "FontItalic");
-}
-
-void VexPanel::setFontBold(bool value)
-{
-    SetFontFacet([&](platform::FontDesc& font) { font.bold = value; }, "FontBold");
-}
-
 int32_t VexPanel::hWnd() const { return surface_.hWnd(); }
 int32_t VexPanel::hDC() const { return surface_.hDC(); }
-
-platform::PictureRef VexPanel::MouseIcon() const { return surface_.MouseIcon(); }
-
-void VexPanel::setMouseIcon(platform::PictureRef value)
-{
-    surface_.SetMouseIcon(std::move(value));
-    Notify("MouseIcon");
-}
-
-TypeMousePointer VexPanel::MousePointer() const { return TypeMousePointer(surface_.MousePointer()); }
-
-void VexPanel::setMousePointer(TypeMousePointer value)
-{
-    surface_.SetMousePointer(static_cast<int16_t>(value));
-    Notify("MousePointer");
-}
-
-OleColor VexPanel::BackColor() const { return surface_.BackColor(); }
-
-void VexPanel::setBackColor(OleColor value)
-{
-    surface_.SetBackColor(value);
-    Notify("BackColor");
-    DrawControl(true);
-}
 
 // ---- Methods -------------------------------------------------------------------------------------
 

@@ -1,14 +1,14 @@
-// InitProperties, ReadProperties and WriteProperties, over one table of the 59 persisted keys.
-// Each key has the default that both reading and writing pass to the bag (its type is the type
-// the key is persisted against), a reader that puts a loaded value in place, and a writer that
-// gives the value to save.
-//
-// Several Booleans are persisted against a 16-bit integer 0 rather than False, and
+// InitProperties, ReadProperties and WriteProperties, made from the persisted rows of the
+// property table: each key's name, its read and write positions, and its default in the type the
+// key is persisted against (the bag leaves out a value equal to it, and returns it for a missing
+// key). Several Booleans are persisted against a 16-bit 0 rather than False, and
 // CaptionFontShadow (a colour) against a 16-bit 0: black is never written and reads back black.
 #include "control/persisted_keys.h"
+#include "control/property_conversion.h"
 #include "control/vex_panel.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "base/runtime_error.h"
 #include "model/property_store.h"
@@ -19,122 +19,75 @@ namespace vex::control {
 struct PanelPersistence {
     struct Key {
         std::string_view name;
+        int16_t readAt;
+        int16_t writeAt;
         PropertyValue defaultValue; // the Font key's default is the ambient font instead
         void (*load)(VexPanel&, const PropertyValue&);
         PropertyValue (*save)(const VexPanel&);
     };
 
-    static const std::array<Key, kPersistedKeyCount>& Keys();
+    // The persisted rows of the property table, in read order.
+    static const std::vector<Key>& Keys();
     static const Key& Find(std::string_view name);
     static PropertyValue DefaultOf(VexPanel& panel, const Key& key);
 };
 
 namespace {
 
-using P = VexPanel;
-using V = PropertyValue;
-
-OleColor AsColour(const V& value) { return static_cast<OleColor>(AsInt32(value)); }
-V Colour(OleColor colour) { return static_cast<int32_t>(colour); }
+// A property's default in the type its key is persisted against. A Boolean persisted against a
+// 16-bit integer has the default 0; a colour persisted so must fit in 16 bits.
+template <model::PersistAs As, typename T>
+PropertyValue PersistedDefault(const T& value)
+{
+    using model::PersistAs;
+    if constexpr (As == PersistAs::Int16 && std::is_same_v<T, bool>)
+        return int16_t(value ? -1 : 0);
+    else if constexpr (As == PersistAs::Int16)
+        return ToInt16(static_cast<int64_t>(value));
+    else if constexpr (As == PersistAs::Int32)
+        return static_cast<int32_t>(value);
+    else if constexpr (As == PersistAs::Boolean)
+        return static_cast<bool>(value);
+    else if constexpr (As == PersistAs::String || As == PersistAs::Font || As == PersistAs::Picture)
+        return value;
+    else
+        return PropertyValue();
+}
 
 } // namespace
 
-// The fields are reached through the store (props_) since loading bypasses the set rules:
-// no clamps, no range check, no notifications, no redraw.
-#define VEX_FIELD(NAME) panel.props_.NAME
-#define VEX_COLOUR_KEY(NAME, DEFAULT)                                                                 \
-    Key { #NAME, V(int32_t(DEFAULT)), [](P& panel, const V& v) { VEX_FIELD(NAME) = AsColour(v); },      \
-        [](const P& panel) { return Colour(VEX_FIELD(NAME)); } }
-#define VEX_INT16_KEY(NAME, DEFAULT)                                                                  \
-    Key { #NAME, V(int16_t(DEFAULT)),                                                                 \
-        [](P& panel, const V& v) { VEX_FIELD(NAME) = decltype(VEX_FIELD(NAME))(AsInt16(v)); },        \
-        [](const P& panel) { return V(static_cast<int16_t>(VEX_FIELD(NAME))); } }
-// A Boolean, persisted against a Boolean default or (for several keys) a 16-bit integer 0.
-#define VEX_BOOL_KEY(NAME, DEFAULT)                                                                   \
-    Key { #NAME, V(DEFAULT), [](P& panel, const V& v) { VEX_FIELD(NAME) = AsBoolean(v); },              \
-        [](const P& panel) { return V(VEX_FIELD(NAME)); } }
-
-const std::array<PanelPersistence::Key, kPersistedKeyCount>& PanelPersistence::Keys()
+// Loading bypasses the set rules (no clamps, no range check, no notifications, no redraw), except
+// for a key the table marks to load through its set (MouseIcon, which reports itself changed).
+const std::vector<PanelPersistence::Key>& PanelPersistence::Keys()
 {
-    static const std::array<Key, kPersistedKeyCount> keys = {
-        VEX_COLOUR_KEY(ForeColor, 0x80000012),
-        VEX_BOOL_KEY(Enabled, true),
-        VEX_INT16_KEY(Appearance, 1),
-        VEX_INT16_KEY(BackStyle, 1),
-        VEX_INT16_KEY(CustomBorderLeftTopStyle, 0),
-        VEX_INT16_KEY(CustomBorderRightTopStyle, 0),
-        VEX_INT16_KEY(CustomBorderLeftBottomStyle, 0),
-        VEX_INT16_KEY(CustomBorderRightBottomStyle, 0),
-        VEX_INT16_KEY(CustomBorderRadio, 20),
-        VEX_COLOUR_KEY(WinBackColor, 0xC0E0FF),
-        VEX_INT16_KEY(WinGradientDirection, 0),
-        VEX_INT16_KEY(WinOptionColor, 0),
-        VEX_INT16_KEY(WinContrast, 1),
-        VEX_INT16_KEY(WinBorderTopStyle, 1),
-        VEX_INT16_KEY(WinBorderBottomStyle, 1),
-        VEX_INT16_KEY(WinBorderLeftStyle, 1),
-        VEX_INT16_KEY(WinBorderRightStyle, 1),
-        Key { "Caption", V(std::string()), [](P& panel, const V& v) { panel.props_.Caption = AsText(v); },
-            [](const P& panel) { return V(panel.props_.Caption); } },
-        VEX_INT16_KEY(CaptionAlignment, 7),
-        Key { "Font", V(platform::FontDesc()), [](P& panel, const V& v) { panel.surface_.SetFont(AsFont(v)); },
-            [](const P& panel) { return V(panel.surface_.Font()); } },
-        VEX_BOOL_KEY(CaptionEfect, int16_t(0)),
-        VEX_COLOUR_KEY(CaptionFontIn, 0xFFC0C0),
-        VEX_COLOUR_KEY(CaptionFontOut, 0),
-        Key { "CaptionFontShadow", V(int16_t(0)), [](P& panel, const V& v) { panel.props_.CaptionFontShadow = AsColour(v); },
-            [](const P& panel) { return Colour(panel.props_.CaptionFontShadow); } },
-        VEX_BOOL_KEY(CaptionGetShadow, false),
-        Key { "Picture", V(platform::PictureRef()), [](P& panel, const V& v) { panel.props_.Picture = AsPicture(v); },
-            [](const P& panel) { return V(panel.props_.Picture); } },
-        VEX_INT16_KEY(PictureAlignment, 0),
-        VEX_BOOL_KEY(PictureAnimEnabled, int16_t(0)),
-        VEX_INT16_KEY(PictureAnimDelay, 100),
-        VEX_COLOUR_KEY(PictureMaskColor, 0xFF00FF),
-        VEX_BOOL_KEY(PictureUseMask, int16_t(0)),
-        VEX_INT16_KEY(PictureFrames, 1),
-        Key { "PictureBackground", V(platform::PictureRef()),
-            [](P& panel, const V& v) { panel.props_.PictureBackground = AsPicture(v); },
-            [](const P& panel) { return V(panel.props_.PictureBackground); } },
-        VEX_INT16_KEY(PictureBackgroundStyle, 0),
-        VEX_BOOL_KEY(PictureBackgroundUseMask, int16_t(0)),
-        VEX_INT16_KEY(CaptionStyle, 0),
-        VEX_INT16_KEY(Panel3DBorderStyle, 0),
-        VEX_INT16_KEY(Panel3DBorderWidth, 1),
-        VEX_INT16_KEY(Panel3DBorderOffset, 3),
-        VEX_COLOUR_KEY(Panel3DHighLight, 0x80000014),
-        VEX_COLOUR_KEY(Panel3DShadow, 0x80000010),
-        VEX_COLOUR_KEY(Panel3DOffsetColor, 0x8000000F),
-        VEX_INT16_KEY(CustomBorderWidth, 1),
-        VEX_COLOUR_KEY(CustomBorderColor, 0xA88562),
-        VEX_COLOUR_KEY(CustomGradientStart, 0xE4A88A),
-        VEX_COLOUR_KEY(CustomGradientEnds, 0xF7E5DC),
-        VEX_INT16_KEY(CustomGradientDirection, 4),
-        VEX_INT16_KEY(CustomGradientStyle, 1),
-        VEX_INT16_KEY(PanelFont3D, 0),
-        VEX_COLOUR_KEY(PanelFont3DHighLight, 0x80000014),
-        VEX_COLOUR_KEY(PanelFont3DShadow, 0x80000010),
-        // Loading MouseIcon goes through its set, which also reports "MouseIcon" as changed.
-        Key { "MouseIcon", V(platform::PictureRef()), [](P& panel, const V& v) { panel.setMouseIcon(AsPicture(v)); },
-            [](const P& panel) { return V(panel.surface_.MouseIcon()); } },
-        Key { "MousePointer", V(int16_t(0)), [](P& panel, const V& v) { panel.surface_.SetMousePointer(AsInt16(v)); },
-            [](const P& panel) { return V(panel.surface_.MousePointer()); } },
-        Key { "CaptionText", V(std::string()), [](P& panel, const V& v) { panel.props_.CaptionText = AsText(v); },
-            [](const P& panel) { return V(panel.props_.CaptionText); } },
-        VEX_BOOL_KEY(Panel3DBorderOption, int16_t(0)),
-        VEX_COLOUR_KEY(Panel3DBorderColor, 0xA88562),
-        VEX_BOOL_KEY(OptionPic, int16_t(0)),
-        VEX_BOOL_KEY(OptionPicBackGround, int16_t(0)),
-        Key { "BackColor", V(int32_t(0x8000000F)), [](P& panel, const V& v) { panel.surface_.SetBackColor(AsColour(v)); },
-            [](const P& panel) { return Colour(panel.surface_.BackColor()); } },
-    };
+    static const std::vector<Key> keys = [] {
+        using namespace model;
+        const PanelProperties defaults;
+        std::vector<Key> all;
+#define VEX_KEY_Field(Name, Type, Flags, Persist, ReadAt, WriteAt)                                      \
+    if (PersistAs::Persist != PersistAs::None)                                                        \
+        all.push_back(Key { #Name, ReadAt, WriteAt, PersistedDefault<PersistAs::Persist>(defaults.Name), \
+            [](VexPanel& panel, const PropertyValue& value) {                                         \
+                if constexpr (((Flags) & LoadsThroughSet) != 0)                                       \
+                    panel.set##Name(FromValue<Type>(value));                                          \
+                else                                                                                  \
+                    panel.props_.Name = FromValue<Type>(value);                                       \
+            },                                                                                        \
+            [](const VexPanel& panel) { return ToValue<Type>(panel.props_.Name); } });
+#define VEX_KEY_Facet(...)
+#define VEX_KEY_Window(...)
+#define VEX_KEY(Name, Store, Type, Default, Rule, Dispid, Flags, Persist, ReadAt, WriteAt)              \
+    VEX_KEY_##Store(Name, Type, Flags, Persist, ReadAt, WriteAt)
+        VEX_PROPERTIES(VEX_KEY)
+#undef VEX_KEY
+#undef VEX_KEY_Window
+#undef VEX_KEY_Facet
+#undef VEX_KEY_Field
+        std::sort(all.begin(), all.end(), [](const Key& a, const Key& b) { return a.readAt < b.readAt; });
+        return all;
+    }();
     return keys;
 }
-
-#undef VEX_BOOL_KEY
-#undef VEX_INT16_KEY
-#undef VEX_COLOUR_KEY
-#undef VEX_FIELD
 
 const PanelPersistence::Key& PanelPersistence::Find(std::string_view name)
 {
@@ -156,8 +109,8 @@ const std::array<std::string_view, kPersistedKeyCount>& ReadOrder()
 {
     static const auto order = [] {
         std::array<std::string_view, kPersistedKeyCount> names;
-        std::transform(PanelPersistence::Keys().begin(), PanelPersistence::Keys().end(), names.begin(),
-            [](const PanelPersistence::Key& key) { return key.name; });
+        for (const PanelPersistence::Key& key : PanelPersistence::Keys())
+            names.at(key.readAt - 1) = key.name;
         return names;
     }();
     return order;
@@ -167,12 +120,8 @@ const std::array<std::string_view, kPersistedKeyCount>& WriteOrder()
 {
     static const auto order = [] {
         std::array<std::string_view, kPersistedKeyCount> names;
-        auto last = std::copy_if(ReadOrder().begin(), ReadOrder().end(), names.begin(), [](std::string_view name) {
-            return name != "Caption" && name != "Picture" && name != "CaptionText";
-        });
-        *last++ = "Picture";
-        *last++ = "Caption";
-        *last = "CaptionText";
+        for (const PanelPersistence::Key& key : PanelPersistence::Keys())
+            names.at(key.writeAt - 1) = key.name;
         return names;
     }();
     return order;
@@ -185,8 +134,8 @@ void VexPanel::InitProperties()
     paint_.SysColors = render::PrepareSysColors(surface_.Dc());
     setCaption(host_.AmbientDisplayName());
 
-    // Every persisted field takes its default, the store only (ForeColor's surface colour is left
-    // alone); the few the table marks are kept or computed below.
+    // Every persisted field takes its default, the store only; the table marks the few that are
+    // kept (BackColor, MouseIcon, MousePointer) or computed here (Caption, Font, the shadow).
     const model::PanelProperties defaults;
 #define VEX_INIT_Field(Name, Flags, Persist)                                                             \
     if constexpr (model::PersistAs::Persist != model::PersistAs::None                                    \
@@ -204,7 +153,7 @@ void VexPanel::InitProperties()
 #undef VEX_INIT_Facet
 #undef VEX_INIT_Field
 
-    surface_.SetFont(host_.AmbientFont());
+    props_.Font = host_.AmbientFont();
     // The one computed default: the button shadow of this system, brightened by 15.
     props_.CaptionFontShadow = render::ShiftColour(paint_.SysColors.ButtonShadow, 15, false);
 }
@@ -221,6 +170,7 @@ void VexPanel::ReadProperties(PropertyBag& bag)
         PropertyValue value = bag.ReadProperty(std::string(key.name), PanelPersistence::DefaultOf(*this, key));
         key.load(*this, value);
     }
+    ShowCursor(); // the loaded MousePointer (and MouseIcon) is what the window shows
 }
 
 PropertyValue VexPanel::PersistedValue(std::string_view key) const { return PanelPersistence::Find(key).save(*this); }

@@ -22,6 +22,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "base/ole_color.h"
 #include "model/enums.h"
@@ -85,8 +86,8 @@
     X(PanelFont3DHighLight,         Field,  OleColor,                    0x80000014,                          Lettering,      Slot(14),   0,                           Int32,   50, 48) \
     X(PanelFont3DShadow,            Field,  OleColor,                    0x80000010,                          Lettering,      Slot(13),   0,                           Int32,   51, 49) \
     X(hWnd,                         Window, int32_t,                     0,                                   ReadOnly,       Slot(12),   Hidden,                      None,    0,  0)  \
-    X(MouseIcon,                    Field,  platform::PictureRef,        {},                                  P,              Slot(11),   ByRef | InitKeeps | LoadsThroughSet, Picture, 52, 50) \
-    X(MousePointer,                 Field,  TypeMousePointer,            TypeMousePointer::Default,           P,              Slot(10),   InitKeeps,                   Int16,   53, 51) \
+    X(MouseIcon,                    Field,  platform::PictureRef,        {},                                  Cursor,         Slot(11),   ByRef | InitKeeps | LoadsThroughSet, Picture, 52, 50) \
+    X(MousePointer,                 Field,  TypeMousePointer,            TypeMousePointer::Default,           Cursor,         Slot(10),   InitKeeps,                   Int16,   53, 51) \
     X(FontUnderline,                Facet,  bool,                        underline,                           F,              Slot(9),    NotBrowsable,                None,    0,  0)  \
     X(FontStrikethru,               Facet,  bool,                        strikethrough,                       F,              Slot(8),    NotBrowsable,                None,    0,  0)  \
     X(FontSize,                     Facet,  float,                       size,                                F,              Slot(7),    NotBrowsable,                None,    0,  0)  \
@@ -108,6 +109,7 @@ enum class SetRule : uint8_t {
     Plain,          // store; no notification, no redraw
     S,              // store, notify the host (key = the name), DrawControl(True)
     P,              // store and notify; no redraw
+    Cursor,         // as P, and the window shows the pointer (MousePointer, MouseIcon)
     F,              // a facet of the Font: written into the font, then as S
     AtLeast0,       // a negative value is stored as 0; then S
     AtLeast1,       // a value below 1 is stored as 1; then S
@@ -138,6 +140,9 @@ enum class StoreKind : uint8_t { Field, Facet, Window };
 
 // The kind of value the interface carries.
 enum class ValueKind : uint8_t { Byte, Boolean, Int16, Int32, Single, Colour, String, Enumeration, Font, Picture };
+
+// How a value of type T is passed in and out of the accessors.
+template <typename T> using In = std::conditional_t<std::is_class_v<T>, const T&, T>;
 
 constexpr int32_t Slot(int32_t slot) { return 0x68030000 + slot; }
 

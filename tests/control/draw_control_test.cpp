@@ -17,7 +17,8 @@ std::vector<platform::Rect> Frames(const RecordingDc& dc)
 
 TEST_F(PanelTest, ClearingOnlyWhenAsked)
 {
-    surface.SetBackColor(0x00336699);
+    panel.setBackColor(0x00336699);
+    dc().calls.clear();
     panel.DrawControl(false);
     EXPECT_TRUE(dc().calls.empty());
     panel.DrawControl(true);
@@ -35,17 +36,23 @@ TEST_F(PanelTest, PaintStateIsFilledFromTheSurface)
     EXPECT_EQ(panel.PaintState().ClientWidth, 321);
     EXPECT_EQ(panel.PaintState().ClientHeight, 123);
     EXPECT_EQ(panel.PaintState().SysColors, render::PrepareSysColors(dc()));
-    EXPECT_EQ(surface.ForeColor(), panel.ForeColor());
 }
 
-TEST_F(PanelTest, EveryPaintDrawsTextTransparentlyAndFillsNothingWithRectangles)
+TEST_F(PanelTest, EveryPaintSetsTheContextFromTheProperties)
 {
     // A host's device context may start opaque with a solid brush, or a host call may change it.
+    const platform::FontDesc font { "Arial", 12.0f, true, false, false, false };
+    panel.setFont(font);
+    panel.setForeColor(0x8000000D); // a system colour: the context gets its RGB
     dc().SetBkMode(platform::kBkOpaque);
     dc().SelectBrush(platform::Brush::Solid(0x0000FF));
+    dc().SelectFont(platform::FontDesc {});
+    dc().SetTextColor(0);
     panel.DrawControl(false);
     EXPECT_EQ(dc().SetBkMode(platform::kBkOpaque), platform::kBkTransparent);
     EXPECT_EQ(dc().SelectBrush(platform::Brush::Solid(0x0000FF)), platform::Brush::Hollow());
+    EXPECT_EQ(dc().SelectFont(platform::FontDesc {}), font);
+    EXPECT_EQ(dc().SetTextColor(0), render::TranslateColor(0x8000000D, dc()));
 }
 
 TEST_F(PanelTest, WindowIsEnabledFromEnabledAtRunTimeAndAlwaysAtDesignTime)
@@ -133,7 +140,7 @@ TEST_F(PanelTest, TransparentCapturingCustomTextureStillFramesTheBorder)
 namespace vex::control::testing {
 namespace {
 
-ColorRef TranslateToRgb(HeadlessSurface& surface) { return render::TranslateColor(surface.BackColor(), surface.Dc()); }
+ColorRef TranslateToRgb(const VexPanel& panel, HeadlessSurface& surface) { return render::TranslateColor(panel.BackColor(), surface.Dc()); }
 
 // The same pipeline on the software drawing layer: what ends up in the pixels.
 TEST(DrawControlPixels, ClearingAndCustomRingsOnTheSoftSurface)
@@ -185,7 +192,7 @@ TEST(DrawControlPixels, ATransparentPanelShowsTheFormBehindItAfterTheFirstActiva
     bag.Set("BackStyle", int16_t(0));
     panel.ReadProperties(bag);
     panel.OnResize();
-    EXPECT_EQ(surface.Dc().Snapshot().pixel(0, 0), TranslateToRgb(surface));
+    EXPECT_EQ(surface.Dc().Snapshot().pixel(0, 0), TranslateToRgb(panel, surface));
     host.form.Activate();
     platform::Dib pixels = surface.Dc().Snapshot();
     EXPECT_EQ(pixels.pixel(0, 0), Rgb(0, 5, 10));

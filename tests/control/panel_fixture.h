@@ -114,7 +114,7 @@ protected:
     std::vector<bool> Redraws()
     {
         const RectCall clear { "FillRect", { 0, 0, surface.ClientSize().width, surface.ClientSize().height },
-            platform::Brush::Solid(render::TranslateColor(surface.BackColor(), *dc_)) };
+            platform::Brush::Solid(render::TranslateColor(panel.BackColor(), *dc_)) };
         std::vector<bool> redraws;
         size_t previous = 0; // the calls before the previous paint
         for (size_t before : dc_->paints) {

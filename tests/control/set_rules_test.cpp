@@ -1,6 +1,8 @@
-// Property sets: the store/notify/redraw rules, clamps, enumeration narrowing, the
-// PictureAnimDelay message box, the animation switch, CaptionText/Caption and the properties
-// that live on the surface.
+// Property sets: every row of the property table through the by-name entry (its rule's store,
+// notification and redraw, its clamp, and the persisted key it fills), enumeration narrowing,
+// the host's value types, the PictureAnimDelay message box, the animation switch, CaptionText
+// and the 3D lettering.
+#include "model/property_table.h"
 #include "panel_fixture.h"
 #include "vexpanel/version.h"
 
@@ -8,105 +10,143 @@ namespace vex::control::testing {
 namespace {
 
 using Strings = std::vector<std::string>;
+using model::kProperties;
+using model::PropertyInfo;
+using model::SetRule;
+using model::ValueKind;
 
-class SetRules : public PanelTest {
-protected:
-    void SetUp() override { ClearRecords(); }
-};
-
-TEST_F(SetRules, StoreNotifyAndRedrawWithClearing)
+void ExpectError(int number, const std::function<void()>& action)
 {
-    panel.setWinBackColor(0x123456);
-    panel.setCaptionGetShadow(true);
-    panel.setPictureMaskColor(0x00FF00);
-    EXPECT_EQ(panel.WinBackColor(), 0x123456u);
-    EXPECT_TRUE(panel.CaptionGetShadow());
-    EXPECT_EQ(panel.PictureMaskColor(), 0x00FF00u);
-    EXPECT_EQ(host.notifications, (Strings { "WinBackColor", "CaptionGetShadow", "PictureMaskColor" }));
-    EXPECT_EQ(Redraws(), (std::vector<bool> { true, true, true }));
+    try {
+        action();
+        ADD_FAILURE() << "no error " << number;
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number(), number);
+    }
 }
 
-TEST_F(SetRules, StoreOnlyPropertiesNeverRepaint)
+// A value a host could pass that differs from the property's default.
+PropertyValue Sample(const PropertyInfo& info, VexPanel& panel)
 {
-    panel.setOptionPic(true);
-    panel.setOptionPicBackGround(true);
-    panel.setMouseIcon(IconPicture());
-    panel.setMousePointer(TypeMousePointer::Custom);
-    EXPECT_TRUE(panel.OptionPic());
-    EXPECT_TRUE(panel.OptionPicBackGround());
-    EXPECT_EQ(host.notifications, (Strings { "OptionPic", "OptionPicBackGround", "MouseIcon", "MousePointer" }));
-    EXPECT_TRUE(Redraws().empty());
-    EXPECT_EQ(surface.MousePointer(), 99);
-    EXPECT_EQ(surface.MouseIcon(), panel.MouseIcon());
-    EXPECT_EQ(panel.MousePointer(), TypeMousePointer::Custom);
+    switch (info.kind) {
+    case ValueKind::Byte: return int32_t(200);
+    case ValueKind::Boolean: return !AsBoolean(panel.GetProperty(info.name));
+    case ValueKind::Int16: return int32_t(250);
+    case ValueKind::Colour: return int32_t(0x123456);
+    case ValueKind::Enumeration: return int32_t(7); // named in few enumerations, kept by all
+    case ValueKind::Single: return 9.75f;
+    case ValueKind::String: return std::string("Hola");
+    case ValueKind::Font: return platform::FontDesc { "Arial", 12.0f, true, false, false, false };
+    case ValueKind::Picture:
+        return platform::Picture::FromBitmap(platform::Dib(16, 4, 32));
+    default: return int32_t(1);
+    }
 }
 
-TEST_F(SetRules, FlagAboutIsAPlainValue)
+// Each property in turn, from the Window3D appearance (where the 3D lettering shows): what its
+// rule stores, reports and redraws, and that the value set is the one its persisted key saves.
+TEST_F(PanelTest, EveryPropertyFollowsItsRule)
 {
-    panel.setFlagAbout(200);
-    EXPECT_EQ(panel.FlagAbout(), 200);
-    EXPECT_TRUE(host.notifications.empty());
-    EXPECT_TRUE(Redraws().empty());
+    for (const PropertyInfo& info : kProperties) {
+        SCOPED_TRACE(std::string(info.name));
+        if (info.rule == SetRule::ReadOnly) {
+            ExpectError(383, [&] { panel.SetProperty(info.name, int32_t(1)); });
+            continue;
+        }
+        panel.setAppearance(TypeAppearance::Window3D);
+        if (info.rule == SetRule::AnimSwitch)
+            panel.setPicture(Bitmap(16, 4));
+        ClearRecords();
+
+        const PropertyValue value = Sample(info, panel);
+        panel.SetProperty(info.name, value);
+        EXPECT_TRUE(SameValue(panel.GetProperty(info.name), value));
+
+        Strings notified { std::string(info.name) };
+        size_t redraws = 1;
+        switch (info.rule) {
+        case SetRule::Plain: notified.clear(); redraws = 0; break;
+        case SetRule::P:
+        case SetRule::Cursor: redraws = 0; break;
+        case SetRule::CaptionText:
+            notified.insert(notified.begin(), "Caption");
+            EXPECT_EQ(panel.Caption(), "Hola");
+            break;
+        default: break;
+        }
+        EXPECT_EQ(host.notifications, notified);
+        EXPECT_EQ(Redraws(), std::vector<bool>(redraws, true));
+        if (info.rule == SetRule::Cursor)
+            EXPECT_EQ(surface.CursorPointer(), static_cast<int16_t>(panel.MousePointer()));
+        if (info.rule == SetRule::AnimSwitch)
+            EXPECT_TRUE(panel.Timer2().Enabled());
+        if (info.persist != model::PersistAs::None)
+            EXPECT_TRUE(SameValue(panel.PersistedValue(info.name), value));
+    }
 }
 
-TEST_F(SetRules, ClampsStoreTheLimitAndPersistIt)
+TEST_F(PanelTest, ClampsStoreTheLimitAndPersistIt)
 {
-    panel.setPictureFrames(0);
-    EXPECT_EQ(panel.PictureFrames(), 1);
-    panel.setPictureFrames(-7);
-    EXPECT_EQ(panel.PictureFrames(), 1);
-    panel.setPanel3DBorderWidth(-1);
-    EXPECT_EQ(panel.Panel3DBorderWidth(), 1);
-    panel.setPanel3DBorderOffset(-3);
-    EXPECT_EQ(panel.Panel3DBorderOffset(), 0);
-    panel.setCustomBorderWidth(-32768);
-    EXPECT_EQ(panel.CustomBorderWidth(), 0);
-    panel.setCustomBorderRadio(-1);
-    EXPECT_EQ(panel.CustomBorderRadio(), 0);
-    // Values at and inside the limits pass unchanged.
-    panel.setPictureFrames(1);
-    EXPECT_EQ(panel.PictureFrames(), 1);
-    panel.setPanel3DBorderOffset(0);
-    panel.setCustomBorderRadio(32767);
-    EXPECT_EQ(panel.CustomBorderRadio(), 32767);
-    EXPECT_EQ(Redraws().size(), 9u);
-
-    MemoryPropertyBag bag;
-    panel.setCustomBorderWidth(-5);
-    panel.WriteProperties(bag);
-    EXPECT_TRUE(SameValue(*bag.Get("CustomBorderWidth"), int16_t(0)));
+    int clamped = 0;
+    for (const PropertyInfo& info : kProperties) {
+        if (info.rule != SetRule::AtLeast0 && info.rule != SetRule::AtLeast1)
+            continue;
+        const int16_t limit = info.rule == SetRule::AtLeast0 ? 0 : 1;
+        for (int16_t below : { int16_t(limit - 1), int16_t(-32768) }) {
+            panel.SetProperty(info.name, below);
+            EXPECT_EQ(AsInt16(panel.PersistedValue(info.name)), limit) << info.name;
+        }
+        panel.SetProperty(info.name, limit);
+        EXPECT_EQ(AsInt16(panel.GetProperty(info.name)), limit) << info.name;
+        ++clamped;
+    }
+    EXPECT_EQ(clamped, 5);
 }
 
-TEST_F(SetRules, EnumerationsKeepAnySixteenBitValue)
+TEST_F(PanelTest, EnumerationsKeepAnySixteenBitValueAndOverflowBeyond)
 {
-    panel.setAppearance(TypeAppearance(7));
-    EXPECT_EQ(static_cast<int32_t>(panel.Appearance()), 7);
-    panel.setCaptionAlignment(TypeAlignment(-32768));
-    EXPECT_EQ(static_cast<int32_t>(panel.CaptionAlignment()), -32768);
-    panel.setMousePointer(TypeMousePointer(32767));
-    EXPECT_EQ(static_cast<int32_t>(panel.MousePointer()), 32767);
-    MemoryPropertyBag bag;
-    panel.WriteProperties(bag);
-    EXPECT_TRUE(SameValue(*bag.Get("Appearance"), int16_t(7)));
+    for (const PropertyInfo& info : kProperties) {
+        if (info.kind != ValueKind::Enumeration)
+            continue;
+        SCOPED_TRACE(std::string(info.name));
+        panel.SetProperty(info.name, int32_t(-32768));
+        ClearRecords();
+        ExpectError(6, [&] { panel.SetProperty(info.name, int32_t(40000)); });
+        ExpectError(6, [&] { panel.SetProperty(info.name, int32_t(-32769)); });
+        EXPECT_EQ(AsInt16(panel.PersistedValue(info.name)), -32768);
+        EXPECT_TRUE(host.notifications.empty());
+        EXPECT_TRUE(Redraws().empty());
+    }
 }
 
-TEST_F(SetRules, AppearanceSetStartsThePaintersStateOver)
+TEST_F(PanelTest, ByNameTakesTheHostsValueTypes)
 {
-    panel.setAppearance(TypeAppearance::Custom);
-    EXPECT_EQ(host.notifications, (Strings { "Appearance" }));
-    EXPECT_EQ(Redraws().size(), 1u); // its gradient covers the client: the clear is left out
-    EXPECT_EQ(panel.PainterMemory().savedBackground, nullptr);
+    panel.SetProperty("PictureFrames", std::string(" 12 "));
+    EXPECT_EQ(panel.PictureFrames(), 12);
+    panel.SetProperty("Enabled", std::string("False"));
+    EXPECT_FALSE(panel.Enabled());
+    panel.SetProperty("CaptionFontIn", 2.5f); // rounds half to even
+    EXPECT_EQ(panel.CaptionFontIn(), 2u);
+    panel.SetProperty("Caption", int16_t(42));
+    EXPECT_EQ(panel.Caption(), "42");
+    EXPECT_EQ(AsInt32(panel.GetProperty("hWnd")), surface.hWnd());
+    ExpectError(6, [&] { panel.SetProperty("FlagAbout", int32_t(256)); });
+    ExpectError(6, [&] { panel.SetProperty("FlagAbout", true); }); // True is -1: not a byte
+    ExpectError(13, [&] { panel.SetProperty("WinBackColor", std::string("red")); });
+    ExpectError(13, [&] { panel.SetProperty("Picture", int32_t(0)); });
+    ExpectError(438, [&] { panel.SetProperty("Colour", int32_t(0)); });
+    ExpectError(438, [&] { panel.GetProperty("Refresh"); });
 }
 
-TEST_F(SetRules, AnimDelayOutOfRangeShowsTheMessageBoxAndKeepsTheOldValue)
+TEST_F(PanelTest, AnimDelayOutOfRangeShowsTheMessageBoxAndKeepsTheOldValue)
 {
     panel.setPictureAnimDelay(250);
     ClearRecords();
-    for (int16_t bad : { int16_t(0), int16_t(32001), int16_t(-5), int16_t(32767), int16_t(-32768) }) {
+    for (int16_t bad : { int16_t(0), int16_t(32001), int16_t(-5), int16_t(-32768) }) {
         panel.setPictureAnimDelay(bad);
         EXPECT_EQ(panel.PictureAnimDelay(), 250) << bad;
     }
-    ASSERT_EQ(host.messageBoxes.size(), 5u);
+    ASSERT_EQ(host.messageBoxes.size(), 4u);
     for (const MessageBoxCall& box : host.messageBoxes) {
         EXPECT_EQ(box.text, "The property  value is not valid    ");
         EXPECT_EQ(box.title, "Brisa Panel Error");
@@ -119,19 +159,14 @@ TEST_F(SetRules, AnimDelayOutOfRangeShowsTheMessageBoxAndKeepsTheOldValue)
     EXPECT_EQ(panel.PictureAnimDelay(), 1);
     panel.setPictureAnimDelay(32000);
     EXPECT_EQ(panel.PictureAnimDelay(), 32000);
-    EXPECT_EQ(host.messageBoxes.size(), 5u);
-    EXPECT_EQ(host.notifications, (Strings { "PictureAnimDelay", "PictureAnimDelay" }));
+    EXPECT_EQ(host.messageBoxes.size(), 4u);
 }
 
-TEST_F(SetRules, AnimationSwitchWithABitmapRedrawsAndStartsTheTimer)
+TEST_F(PanelTest, AnimationSwitchWithABitmapRedrawsAndStartsTheTimer)
 {
     panel.setPicture(Bitmap(16, 4));
     panel.setPictureAnimDelay(40);
-    ClearRecords();
     panel.setPictureAnimEnabled(true); // one frame is enough when switched on at run time
-    EXPECT_EQ(host.notifications, (Strings { "PictureAnimEnabled" }));
-    EXPECT_EQ(Redraws(), (std::vector<bool> { true }));
-    EXPECT_TRUE(panel.Timer2().Enabled());
     EXPECT_EQ(panel.Timer2().Interval(), 40);
     EXPECT_EQ(panel.AnimFrame(), 0);
 
@@ -150,50 +185,32 @@ TEST_F(SetRules, AnimationSwitchWithABitmapRedrawsAndStartsTheTimer)
     EXPECT_EQ(panel.Timer2().Interval(), 90);
 }
 
-TEST_F(SetRules, AnimationSwitchWithAnIconStartsNothing)
+TEST_F(PanelTest, AnimationSwitchWithAnIconStartsNothingAndWithoutPictureRaisesAfterStoring)
 {
     panel.setPicture(IconPicture());
     ClearRecords();
     panel.setPictureAnimEnabled(true);
+    EXPECT_TRUE(Redraws().empty());
+    EXPECT_FALSE(panel.Timer2().Enabled());
+
+    panel.setPicture(nullptr);
+    panel.setPictureAnimEnabled(false);
+    ClearRecords();
+    ExpectError(91, [&] { panel.setPictureAnimEnabled(true); });
     EXPECT_TRUE(panel.PictureAnimEnabled());
     EXPECT_EQ(host.notifications, (Strings { "PictureAnimEnabled" }));
     EXPECT_TRUE(Redraws().empty());
     EXPECT_FALSE(panel.Timer2().Enabled());
 }
 
-TEST_F(SetRules, AnimationSwitchWithoutPictureRaisesAfterStoring)
-{
-    try {
-        panel.setPictureAnimEnabled(true);
-        FAIL() << "no error";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), 91);
-    }
-    EXPECT_TRUE(panel.PictureAnimEnabled());
-    EXPECT_EQ(host.notifications, (Strings { "PictureAnimEnabled" }));
-    EXPECT_TRUE(Redraws().empty());
-    EXPECT_FALSE(panel.Timer2().Enabled());
-    MemoryPropertyBag bag;
-    panel.WriteProperties(bag);
-    EXPECT_TRUE(SameValue(*bag.Get("PictureAnimEnabled"), true));
-}
-
-TEST_F(SetRules, CaptionTextSetsCaptionTooButNotTheOtherWayRound)
+TEST_F(PanelTest, SettingCaptionLeavesCaptionTextAlone)
 {
     panel.setCaptionText("Hola");
-    EXPECT_EQ(panel.CaptionText(), "Hola");
-    EXPECT_EQ(panel.Caption(), "Hola");
-    EXPECT_EQ(host.notifications, (Strings { "Caption", "CaptionText" }));
-    EXPECT_EQ(Redraws(), (std::vector<bool> { true }));
-
-    ClearRecords();
     panel.setCaption("Adios");
-    EXPECT_EQ(panel.Caption(), "Adios");
     EXPECT_EQ(panel.CaptionText(), "Hola");
-    EXPECT_EQ(host.notifications, (Strings { "Caption" }));
 }
 
-TEST_F(SetRules, ThreeDLetteringRedrawsOnlyInWindow3D)
+TEST_F(PanelTest, ThreeDLetteringRedrawsOnlyInWindow3D)
 {
     for (auto appearance : { TypeAppearance::Windows, TypeAppearance::Custom, TypeAppearance(5) }) {
         panel.setAppearance(appearance);
@@ -204,51 +221,18 @@ TEST_F(SetRules, ThreeDLetteringRedrawsOnlyInWindow3D)
         EXPECT_EQ(host.notifications, (Strings { "PanelFont3D", "PanelFont3DHighLight", "PanelFont3DShadow" }));
         EXPECT_TRUE(Redraws().empty());
     }
-    panel.setAppearance(TypeAppearance::Window3D);
-    ClearRecords();
-    panel.setPanelFont3D(TypePanelFont3D::ShadowFont3D);
-    panel.setPanelFont3DShadow(0x333333);
-    EXPECT_EQ(Redraws().size(), 2u);
-    EXPECT_EQ(panel.PanelFont3D(), TypePanelFont3D::ShadowFont3D);
-    EXPECT_EQ(panel.PanelFont3DShadow(), 0x333333u);
 }
 
-TEST_F(SetRules, SurfaceHeldColoursAndFont)
-{
-    panel.setForeColor(0x0000FF);
-    EXPECT_EQ(panel.ForeColor(), 0x0000FFu);
-    EXPECT_EQ(surface.ForeColor(), 0x0000FFu);
-    panel.setBackColor(0x00FF00);
-    EXPECT_EQ(surface.BackColor(), 0x00FF00u);
-    EXPECT_EQ(panel.BackColor(), 0x00FF00u);
-
-    platform::FontDesc font { "Arial", 12.0f, true, false, false, false };
-    panel.setFont(font);
-    EXPECT_EQ(surface.Font(), font);
-    panel.setFontItalic(true);
-    panel.setFontUnderline(true);
-    panel.setFontStrikethru(true);
-    panel.setFontSize(9.75f);
-    panel.setFontName("Tahoma");
-    panel.setFontBold(false);
-    platform::FontDesc facets = surface.Font();
-    EXPECT_EQ(facets, (platform::FontDesc { "Tahoma", 9.75f, false, true, true, true }));
-    EXPECT_EQ(panel.FontName(), "Tahoma");
-    EXPECT_FLOAT_EQ(panel.FontSize(), 9.75f);
-    EXPECT_EQ(host.notifications, (Strings { "ForeColor", "BackColor", "Font", "FontItalic", "FontUnderline",
-                                      "FontStrikethru", "FontSize", "FontName", "FontBold" }));
-    EXPECT_EQ(Redraws().size(), 9u);
-}
-
-TEST_F(SetRules, HandlesComeFromTheSurface)
+TEST_F(PanelTest, HandlesComeFromTheSurface)
 {
     EXPECT_EQ(panel.hWnd(), surface.hWnd());
     EXPECT_EQ(panel.hDC(), surface.hDC());
     EXPECT_NE(panel.hWnd(), panel.hDC());
 }
 
-TEST_F(SetRules, RefreshPresentsWithoutRepaintingAndAcercaOpensADialog)
+TEST_F(PanelTest, RefreshPresentsWithoutRepaintingAndAcercaOpensADialog)
 {
+    ClearRecords();
     panel.Refresh();
     EXPECT_EQ(surface.RefreshCount(), 1);
     EXPECT_TRUE(Redraws().empty());
@@ -258,7 +242,7 @@ TEST_F(SetRules, RefreshPresentsWithoutRepaintingAndAcercaOpensADialog)
     EXPECT_TRUE(host.messageBoxes.empty());
 }
 
-TEST_F(SetRules, AFailingSurfaceCallReachesTheCaller)
+TEST_F(PanelTest, AFailingSurfaceCallReachesTheCaller)
 {
     surface.failClientSize = true;
     EXPECT_THROW(panel.setCaption("x"), RuntimeError);

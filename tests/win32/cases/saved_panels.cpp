@@ -73,22 +73,9 @@ public:
     platform::Size ClientSize() override { return size_; }
     double ScaleWidth() override { return size_.width; }
     double ScaleHeight() override { return size_.height; }
-    OleColor BackColor() override { return backColor_; }
-    void SetBackColor(OleColor color) override { backColor_ = color; }
-    OleColor ForeColor() override { return foreColor_; }
-    void SetForeColor(OleColor color) override { foreColor_ = color; }
-    platform::FontDesc Font() override { return font_; }
-    void SetFont(const platform::FontDesc& font) override { font_ = font; }
-    int16_t MousePointer() override { return 0; }
-    void SetMousePointer(int16_t) override { }
-    platform::PictureRef MouseIcon() override { return nullptr; }
-    void SetMouseIcon(platform::PictureRef) override { }
-    void Cls() override
-    {
-        dc_->FillRect({ 0, 0, size_.width, size_.height }, Brush::Solid(render::TranslateColor(backColor_, *dc_)));
-    }
     void Refresh() override { }
     void SetWindowEnabled(bool) override { }
+    void SetCursor(int16_t, const platform::PictureRef&) override { }
     void ReleaseWindowRegions() override { }
     bool WindowEnabled() override { return true; }
     platform::Point ClientToScreen(platform::Point point) override { return point; }
@@ -98,9 +85,6 @@ public:
 private:
     std::unique_ptr<DeviceContext> dc_;
     platform::Size size_;
-    OleColor backColor_ = 0x8000000F;
-    OleColor foreColor_ = 0x80000012;
-    platform::FontDesc font_;
 };
 
 void PaintSaved(DeviceContext& dc, const std::string& text, int32_t width, int32_t height)
