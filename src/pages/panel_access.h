@@ -10,12 +10,12 @@
 
 namespace vex::pages {
 
-// The value of the property called name. Raises Invalid procedure call (5) for a name the pages
-// do not edit.
+// The value of the property called name. Raises 438 for a name the control does not have.
 control::PropertyValue GetProperty(const control::VexPanel& panel, std::string_view name);
 
 // Sets the property called name from value, converted by the host's rules to the property's type
-// (a text that holds no number is a Type mismatch, a number out of range an Overflow).
+// (a text that holds no number is a Type mismatch, a number out of range an Overflow, an
+// enumeration's value beyond 16 bits an Overflow).
 void SetProperty(control::VexPanel& panel, std::string_view name, const control::PropertyValue& value);
 
 } // namespace vex::pages
