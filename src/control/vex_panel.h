@@ -4,8 +4,9 @@
 // a PanelEvents sink.
 //
 // The control's code is split by concern:
-//   vex_panel.cpp              construction, surface-held properties, methods
-//   vex_panel_properties.cpp   the stored properties and their set rules
+//   vex_panel.cpp              construction, the window handles, methods
+//   vex_panel_properties.cpp   the setters and their set rules, from the property table
+//   vex_panel_by_name.cpp      the properties by name
 //   vex_panel_persistence.cpp  InitProperties, ReadProperties, WriteProperties
 //   vex_panel_lifecycle.cpp    host notifications, parent form, timers, input and mouse tracking
 //   draw_control.cpp           the drawing pipeline

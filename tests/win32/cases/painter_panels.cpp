@@ -13,6 +13,7 @@ namespace vex::drawtest {
 namespace {
 
 using render::PanelProperties;
+using namespace model; // the enumerations
 
 // What the container gives the painters: the battery's surface and nothing behind it.
 class CaseServices final : public render::PaintServices {

@@ -10,6 +10,7 @@ namespace vex::drawtest {
 namespace {
 
 using render::PanelProperties;
+using namespace model; // the enumerations
 
 // The container services a headless panel gets, over whichever surface the battery made.
 class BatteryServices final : public render::PaintServices {
