@@ -38,10 +38,9 @@ void PreparePaint(PaintContext& context, bool clear)
         dc.FillRect(state.ClientRect, platform::Brush::Solid(context.services.BackColorRgb()));
 
     state.SysColors = PrepareSysColors(dc);
-    // Text is in the panel's Font and ForeColor. Captions are drawn over the layers below them, and
-    // the square gradients leave only their outlines: text is drawn transparently, fills use a
-    // hollow brush, whatever the host's device context started with.
-    dc.SelectFont(context.props.Font);
+    // Captions are drawn over the layers below them, and the square gradients leave only their
+    // outlines: text is drawn transparently, fills use a hollow brush, whatever the host's device
+    // context started with.
     dc.SetTextColor(TranslateColor(context.props.ForeColor, dc));
     dc.SetBkMode(platform::kBkTransparent);
     dc.SelectBrush(platform::Brush::Hollow());
