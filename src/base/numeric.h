@@ -74,12 +74,24 @@ inline uint8_t CByte(double value)
     return static_cast<uint8_t>(rounded);
 }
 
-// CSng: a double narrowed to single precision (Overflow beyond float's range).
+// The smallest magnitude that does not round to a finite single: half a unit above the largest
+// single. "3.4028235e+38", the shortest text of that largest single, lies between the two.
+inline constexpr double kSingleOverflow = 3.4028235677973366e38;
+
+// CSng: a double narrowed to single precision (Overflow when it would round beyond float's range).
 inline float CSng(double value)
 {
-    if (std::isfinite(value) && std::fabs(value) > static_cast<double>(std::numeric_limits<float>::max()))
+    if (std::isfinite(value) && std::fabs(value) >= kSingleOverflow)
         Raise(ErrorCode::Overflow);
     return static_cast<float>(value);
+}
+
+// CCur's range: a Currency holds +-922337203685477.5807. Beyond it, and NaN, Overflow.
+inline double CheckCurrency(double value)
+{
+    if (!(value > -922337203685477.5808 && value < 922337203685477.5808))
+        Raise(ErrorCode::Overflow);
+    return value;
 }
 
 // ---- Checked arithmetic ------------------------------------------------------------------------

@@ -5,30 +5,11 @@
 #include <optional>
 
 #include "base/numeric.h"
+#include "base/text_conversion.h"
 
 namespace vex::control {
 
 namespace {
-
-std::optional<double> NumberOf(const PropertyValue& value);
-
-// A string converts to a number when it holds one (leading and trailing blanks allowed), as the
-// host's CInt("12") does.
-std::optional<double> ParseNumber(const std::string& text)
-{
-    size_t begin = text.find_first_not_of(' ');
-    size_t end = text.find_last_not_of(' ');
-    if (begin == std::string::npos)
-        return std::nullopt;
-    std::string_view digits(text.data() + begin, end - begin + 1);
-    double number = 0;
-    auto [ptr, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (error == std::errc::result_out_of_range)
-        Raise(ErrorCode::Overflow);
-    if (error != std::errc() || ptr != digits.data() + digits.size())
-        return std::nullopt;
-    return number;
-}
 
 std::optional<double> NumberOf(const PropertyValue& value)
 {
@@ -37,7 +18,7 @@ std::optional<double> NumberOf(const PropertyValue& value)
     case ValueType::Int32: return std::get<int32_t>(value);
     case ValueType::Single: return std::get<float>(value);
     case ValueType::Boolean: return std::get<bool>(value) ? -1.0 : 0.0;
-    case ValueType::String: return ParseNumber(std::get<std::string>(value));
+    case ValueType::String: return DoubleFromText(std::get<std::string>(value));
     default: return std::nullopt;
     }
 }
@@ -66,18 +47,27 @@ const char* TypeName(ValueType type)
     return "?";
 }
 
-int16_t AsInt16(const PropertyValue& value) { return CInt(RequireNumber(value)); }
-int32_t AsInt32(const PropertyValue& value) { return CLng(RequireNumber(value)); }
+// Text converts as the host converts a String; other values round half to even.
+int16_t AsInt16(const PropertyValue& value)
+{
+    if (auto* text = std::get_if<std::string>(&value))
+        return IntegerFromText(*text);
+    return CInt(RequireNumber(value));
+}
+
+int32_t AsInt32(const PropertyValue& value)
+{
+    if (auto* text = std::get_if<std::string>(&value))
+        return LongFromText(*text);
+    return CLng(RequireNumber(value));
+}
+
 float AsSingle(const PropertyValue& value) { return CSng(RequireNumber(value)); }
 
 bool AsBoolean(const PropertyValue& value)
 {
-    if (auto* text = std::get_if<std::string>(&value)) {
-        if (*text == "True" || *text == "true" || *text == "TRUE")
-            return true;
-        if (*text == "False" || *text == "false" || *text == "FALSE")
-            return false;
-    }
+    if (auto* text = std::get_if<std::string>(&value))
+        return BooleanFromText(*text);
     double number = RequireNumber(value);
     if (std::isnan(number))
         Raise(ErrorCode::TypeMismatch);

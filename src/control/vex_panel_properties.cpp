@@ -7,6 +7,7 @@
 #include "control/vex_panel.h"
 
 #include <algorithm>
+#include <type_traits>
 
 #include "base/numeric.h"
 
@@ -27,6 +28,10 @@ void VexPanel::Set(T& field, T value)
             return;
         }
     }
+    // The font object holds its size as a Currency: a size that does not fit one (infinities,
+    // NaN, the largest singles) overflows, as the host's font does, and is never stored or saved.
+    if constexpr (std::is_same_v<T, platform::FontDesc>)
+        CheckCurrency(value.size);
     if constexpr (rule == SetRule::AtLeast0)
         value = std::max<T>(value, 0);
     if constexpr (rule == SetRule::AtLeast1)

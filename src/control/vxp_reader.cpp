@@ -178,7 +178,7 @@ PropertyValue ParseNumber(std::string_view text, int line)
     else if (error == std::errc::result_out_of_range || !std::isfinite(number))
         overflow();
     if (suffix == '!' || (!integral && suffix == 0)) {
-        if (std::fabs(number) > 3.4028234663852886e38)
+        if (std::fabs(number) >= kSingleOverflow) // the largest single is written 3.4028235e+38
             overflow();
         return static_cast<float>(number);
     }

@@ -136,6 +136,8 @@ void VexGradiente::DrawColumns(int32_t Left, int32_t Top, int32_t Height, int32_
     if (first > steps)
         return;
     Add32(Left, steps); // the last column, checked
+    if (Height == 0)
+        return; // every column is a line of no length, which paints nothing
     const Rect column = platform::AxisLineRect(Left, Top, Left, Add32(Top, Height));
     platform::SolidColumns(dc(), Left + first, column.top, column.bottom, table.data() + first, steps - first + 1);
 }

@@ -94,6 +94,27 @@ public:
     virtual int SetBkMode(int mode) = 0;
     virtual int SetStretchBltMode(int mode) = 0;
     virtual ColorRef GetSysColor(int index) const = 0; // the platform's system colour table
+    // OleTranslateColor with no palette: false for a value that names no colour. Windows asks
+    // the platform; elsewhere the rule measured there: a system colour (high byte 0x80) is
+    // looked up by its low byte alone, up to index 30; a value with high byte 0, 1 (palette
+    // index) or 2 (palette-relative) comes back as it is, for the drawing calls to resolve.
+    virtual bool OleTranslateColor(OleColor color, ColorRef& out) const
+    {
+        switch (color >> 24) {
+        case 0x80:
+            if ((color & 0xFFu) > 30)
+                return false;
+            out = GetSysColor(static_cast<int>(color & 0xFFu));
+            return true;
+        case 0x00:
+        case 0x01:
+        case 0x02:
+            out = color;
+            return true;
+        default:
+            return false;
+        }
+    }
 
     // ---- Drawing ---------------------------------------------------------------------------------
     virtual Point MoveToEx(int32_t x, int32_t y) = 0; // returns the previous position

@@ -24,7 +24,7 @@ void RenderBackgroundPicture(PaintContext& context, bool insetKnown, int32_t ins
     PictureSource source(surface, picture, pw, ph, backColour);
 
     const bool keyed = source.isIcon() || props.OptionPicBackGround || props.PictureBackgroundUseMask;
-    uint32_t key = kNoKey;
+    ColorRef key = 0;
     if (source.isIcon())
         key = backColour;
     else if (props.PictureBackgroundUseMask)
@@ -51,9 +51,9 @@ void RenderBackgroundPicture(PaintContext& context, bool insetKnown, int32_t ins
         if (insetKnown)
             draw(inset, inset, Sub32(R, inset), Sub32(H, inset));
         break;
-    case TypePictureBackgroundStyle::TiledPicture: {
-        // Tiles at their own size, column by column; always a transparent blit, which with the
-        // key -1 keys out nothing.
+    case TypePictureBackgroundStyle::TiledPicture: { // tiles at their own size, column by column. Unkeyed, every pixel of a tile is
+        // drawn: a plain copy, since a transparent blit keys something out whatever the
+        // key (GDI reads -1 as a palette index and keys black).
         const int32_t columns = Add32(IntDiv32(R, pw), 1);
         const int32_t rows = Add32(IntDiv32(H, ph), 1);
         int32_t& column = context.state.PaintLoopIndex;
@@ -61,7 +61,10 @@ void RenderBackgroundPicture(PaintContext& context, bool insetKnown, int32_t ins
             const int16_t x = ToInt16(int64_t { inset } + int64_t { column - 1 } * pw);
             for (int32_t row = 1; row <= rows; ++row) {
                 const int16_t y = ToInt16(int64_t { inset } + int64_t { row - 1 } * ph);
-                surface.TransparentBlt(x, y, pw, ph, source.dc(), 0, 0, pw, ph, key);
+                if (keyed)
+                    surface.TransparentBlt(x, y, pw, ph, source.dc(), 0, 0, pw, ph, key);
+                else
+                    surface.BitBlt(x, y, pw, ph, source.dc(), 0, 0);
             }
         }
         break;
@@ -73,6 +76,10 @@ void RenderBackgroundPicture(PaintContext& context, bool insetKnown, int32_t ins
 
 void DrawBackgroundPicture(PaintContext& context)
 {
+    // Without a picture nothing is drawn and nothing is computed: the inset of a wide border
+    // would overflow and stop the rest of the paint.
+    if (!context.props.PictureBackground)
+        return;
     // The inset follows the 3D border style whatever the appearance, Windows included.
     int16_t inset = 0;
     const bool known = Border3DInset(context.props, inset);

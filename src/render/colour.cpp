@@ -9,20 +9,10 @@ namespace vex::render {
 
 ColorRef TranslateColor(OleColor color, const platform::DeviceContext& dc)
 {
-    if (IsSystemColor(color)) {
-        // Only the low byte names the colour; other bits in between make it invalid.
-        if ((color & 0x7FFFFF00u) != 0 || SystemColorIndex(color) > 30)
-            return 0;
-        return dc.GetSysColor(SystemColorIndex(color));
-    }
-    switch (color >> 24) {
-    case 0x00:
-    case 0x01:
-    case 0x02:
-        return color & 0x00FFFFFFu;
-    default:
-        return 0;
-    }
+    // A value that names no colour leaves the result at 0, black.
+    ColorRef result = 0;
+    dc.OleTranslateColor(color, result);
+    return result;
 }
 
 namespace {

@@ -30,6 +30,5 @@ private:
 int32_t PicturePixels(int32_t hiMetric);
 
 inline constexpr ColorRef kOptionPicKey = 0x00D8E9EC; // red 236, green 233, blue 216
-inline constexpr uint32_t kNoKey = 0xFFFFFFFF;        // matches no pixel
 
 } // namespace vex::render

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "base/numeric.h"
 #include "raises.h"
 
@@ -29,6 +31,11 @@ TEST(Rounding, OutOfRangeIsOverflow)
     EXPECT_EQ(RaisedBy([] { CLng(std::nan("")); }), 6);
     EXPECT_EQ(RaisedBy([] { CByte(-1); }), 6);
     EXPECT_EQ(RaisedBy([] { CByte(255.5); }), 6);
+    EXPECT_EQ(CSng(3.4028235e38), std::numeric_limits<float>::max()); // rounds down to the largest
+    EXPECT_EQ(RaisedBy([] { CSng(3.4028236e38); }), 6);
+    EXPECT_EQ(RaisedBy([] { CheckCurrency(std::numeric_limits<float>::infinity()); }), 6);
+    EXPECT_EQ(RaisedBy([] { CheckCurrency(std::nan("")); }), 6);
+    EXPECT_EQ(CheckCurrency(-922337203685477.0), -922337203685477.0);
 }
 
 TEST(CheckedArithmetic, SixteenBitOverflowRaisesSix)

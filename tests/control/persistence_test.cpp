@@ -217,10 +217,17 @@ TEST_F(PanelTest, AWrongTypeInTheBagIsATypeMismatch)
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.number(), 13);
     }
+    // Text converts as the host converts a String.
     MemoryPropertyBag numeric;
-    numeric.Set("Appearance", std::string("2"));
+    numeric.Set("Appearance", std::string(" (-2)"));
+    numeric.Set("BackColor", std::string("&HC0E0FF"));
+    numeric.Set("CaptionEfect", std::string("#TRUE#"));
+    numeric.Set("PictureAnimDelay", std::string("1,000"));
     panel.ReadProperties(numeric);
-    EXPECT_EQ(panel.Appearance(), TypeAppearance::Custom);
+    EXPECT_EQ(static_cast<int>(panel.Appearance()), -2);
+    EXPECT_EQ(surface.BackColor(), 0xC0E0FFu);
+    EXPECT_TRUE(panel.CaptionEfect());
+    EXPECT_EQ(panel.PictureAnimDelay(), 1000);
 }
 
 TEST_F(PanelTest, AParentThatIsNotAFormFailsBeforeAnyKeyIsRead)

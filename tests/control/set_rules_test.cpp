@@ -119,6 +119,16 @@ TEST_F(PanelTest, EnumerationsKeepAnySixteenBitValueAndOverflowBeyond)
     }
 }
 
+// A font size must fit the font's Currency, so that whatever is set can be saved and read back.
+TEST_F(PanelTest, FontSizesBeyondTheFontsRangeOverflowAndStoreNothing)
+{
+    const float before = panel.FontSize();
+    for (float size : { std::numeric_limits<float>::max(), std::numeric_limits<float>::infinity(), std::numeric_limits<float>::quiet_NaN() })
+        ExpectError(6, [&] { panel.setFontSize(size); });
+    ExpectError(6, [&] { panel.setFont(platform::FontDesc { "Arial", std::numeric_limits<float>::infinity() }); });
+    EXPECT_EQ(panel.FontSize(), before);
+}
+
 TEST_F(PanelTest, ByNameTakesTheHostsValueTypes)
 {
     panel.SetProperty("PictureFrames", std::string(" 12 "));

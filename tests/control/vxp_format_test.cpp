@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <sstream>
 
 #include "base/runtime_error.h"
@@ -67,7 +68,9 @@ TEST(VxpFormat, FormattedTextParsesBackToTheSameValues)
     bag.Set("Size", 9.75f);
     bag.Set("Flag", true);
     bag.Set("Text", std::string("\"quoted\"\r\n\x7F end"));
-    bag.Set("Font", platform::FontDesc { "Arial Black", 14.0f, false, true, true, false });
+    // The largest single is written 3.4028235e+38!, above it as a double.
+    bag.Set("Font", platform::FontDesc { "Arial Black", -std::numeric_limits<float>::max(), false, true, true, false });
+    bag.Set("Largest", std::numeric_limits<float>::max());
     platform::Dib colour(3, 2, 24, false);
     for (size_t at = 0; at < colour.bits().size(); ++at)
         colour.bits()[at] = static_cast<uint8_t>(at * 37);

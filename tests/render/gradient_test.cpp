@@ -136,7 +136,7 @@ TEST_F(GradientPixels, FlagColorSkipsTheFirstHalfButKeepsTheFullRun)
 TEST_F(GradientPixels, ColumnsEqualOneLinePerColumnEvenWhenClipped)
 {
     for (auto [left, top, width, height] : { std::array { 0, 0, 40, 30 }, std::array { -5, -7, 50, 20 },
-             std::array { 30, 10, 20, 40 }, std::array { 3, 25, 7, -9 } }) {
+             std::array { 30, 10, 20, 40 }, std::array { 3, 25, 7, -9 }, std::array { 4, 6, 9, 0 } }) {
         VexGradiente engine = Engine({ Rgb(10, 200, 30), Rgb(250, 0, 90), Rgb(0, 40, 255) });
         engine.Attach(*dc);
         engine.DrawLinearGradient(left, top, width, height, false, false);

@@ -196,6 +196,10 @@ TEST(Picture, KeysOfIconsOptionPicAndMasks)
 TEST(Picture, NoPictureDrawsNothing)
 {
     PicturePanel panel(40, 30);
+    // A border inset that overflows 16 bits is never computed without a picture.
+    panel.props.Panel3DBorderStyle = 3;
+    panel.props.Panel3DBorderWidth = 20000;
+    panel.Paint(DrawBackgroundPicture);
     panel.Paint(DrawPicture);
     panel.Paint(DrawPicture3D);
     panel.Paint(DrawCustomPicture);
@@ -207,12 +211,17 @@ TEST(Picture, NoPictureDrawsNothing)
 TEST(BackgroundPicture, TilesColumnByColumnFromTheInset)
 {
     PicturePanel panel(100, 50);
-    panel.props.PictureBackground = MakePicture(30, 20, [](int x, int y) { return x == 0 && y == 0 ? Rgb(1, 1, 1) : Rgb(9, 9, 9); });
+    // Unkeyed tiles draw every pixel, white and black included.
+    panel.props.PictureBackground = MakePicture(30, 20, [](int x, int y) {
+        return y == 0 && x < 2 ? Rgb(255, 255, 255) * (1 - x) : Rgb(9, 9, 9);
+    });
     panel.props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle::TiledPicture);
     panel.Paint(DrawBackgroundPicture);
     for (int x : { 0, 30, 60, 90 })
-        for (int y : { 0, 20, 40 })
-            EXPECT_EQ(panel.Pixel(x, y), Rgb(1, 1, 1)) << x << "," << y;
+        for (int y : { 0, 20, 40 }) {
+            EXPECT_EQ(panel.Pixel(x, y), Rgb(255, 255, 255)) << x << "," << y;
+            EXPECT_EQ(panel.Pixel(x + 1, y), 0u) << x << "," << y;
+        }
     EXPECT_EQ(panel.Pixel(99, 49), Rgb(9, 9, 9));
     EXPECT_EQ(panel.state.PaintLoopIndex, 5);
 
@@ -220,7 +229,7 @@ TEST(BackgroundPicture, TilesColumnByColumnFromTheInset)
     panel.props.Panel3DBorderWidth = 1;
     panel.props.Panel3DBorderOffset = 1;
     panel.Paint(DrawBackgroundPicture);
-    EXPECT_EQ(panel.Pixel(3, 23), Rgb(1, 1, 1));
+    EXPECT_EQ(panel.Pixel(3, 23), Rgb(255, 255, 255));
 }
 
 TEST(BackgroundPicture, TilePositionsAre16Bit)

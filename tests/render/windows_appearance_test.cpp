@@ -227,5 +227,28 @@ TEST(WindowsBorders, RightAndBottomOffsets)
     EXPECT_EQ(bottom.Pixel(19, 7), bottom.B(40));
 }
 
+// What a stored colour paints, as OleTranslateColor and a GDI brush give it under Wine: a
+// palette index is looked up in the default palette when drawn, a system colour by its low
+// byte alone, and a value that names no colour is black.
+TEST(TranslateColor, PaintsWhatThePlatformPaints)
+{
+    Panel panel(1, 1);
+    platform::DeviceContext& dc = *panel.services.surface;
+    const struct {
+        OleColor stored;
+        ColorRef painted; // or a system colour index when system >= 0
+        int system = -1;
+    } cases[] = {
+        { Rgb(255, 224, 192), Rgb(255, 224, 192) }, { 0x02123456, 0x123456 }, { 0x01000005, Rgb(128, 0, 128) },
+        { 0x0100000F, Rgb(255, 255, 0) }, { 0x01000010, Rgb(0, 0, 255) }, { 0x01000100, 0 }, { 0x01FF0005, Rgb(128, 0, 128) },
+        { 0x8000000F, 0, 15 }, { 0x80000105, 0, 5 }, { 0x80FF000F, 0, 15 }, { 0x8000001E, 0, 30 }, { 0x8000001F, 0 },
+        { 0x800000FF, 0 }, { 0x81000005, 0 }, { 0x03000005, 0 }, { 0x40000000, 0 }, { 0xFFFFFFFF, 0 },
+    };
+    for (const auto& c : cases) {
+        dc.FillRect({ 0, 0, 1, 1 }, platform::Brush::Solid(TranslateColor(c.stored, dc)));
+        EXPECT_EQ(dc.GetPixel(0, 0), c.system >= 0 ? dc.GetSysColor(c.system) : c.painted) << std::hex << c.stored;
+    }
+}
+
 } // namespace
 } // namespace vex::render

@@ -19,8 +19,20 @@ namespace vex::platform::soft {
 
 using Pixel = uint32_t;
 
+// GDI's default palette, the 20 static colours, as 0x00BBGGRR.
+inline constexpr ColorRef kDefaultPalette[20] = { 0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080,
+    0x808000, 0xC0C0C0, 0xC0DCC0, 0xF0CAA6, 0xF0FBFF, 0xA4A0A0, 0x808080, 0x0000FF, 0x00FF00, 0x00FFFF, 0xFF0000,
+    0xFF00FF, 0xFFFF00, 0xFFFFFF };
+
+// A colour as GDI paints it on a true-colour surface: with bit 24 set the low 16 bits are an
+// index into the default palette (black past its end, so -1 is black); any other high byte is
+// ignored.
 constexpr Pixel PixelFromColorRef(ColorRef color)
 {
+    if (color & 0x01000000u) {
+        const uint32_t index = color & 0xFFFFu;
+        color = index < 20 ? kDefaultPalette[index] : 0u;
+    }
     return ((color & 0xFFu) << 16) | (color & 0xFF00u) | ((color >> 16) & 0xFFu);
 }
 

@@ -109,7 +109,7 @@ FontDesc SoftDeviceContext::SelectFont(const FontDesc& font)
 
 ColorRef SoftDeviceContext::SetTextColor(ColorRef color)
 {
-    return std::exchange(textColor_, color & 0x00FFFFFFu);
+    return std::exchange(textColor_, color);
 }
 
 int SoftDeviceContext::SetBkMode(int mode)
@@ -238,7 +238,7 @@ void SoftDeviceContext::TransparentBlt(int32_t x, int32_t y, int32_t width, int3
 {
     if (const SoftBitmap* from = SourceBitmap(source))
         TransparentRect(*target_, x, y, width, height, *from, sourceX, sourceY, sourceWidth, sourceHeight,
-            PixelFromColorRef(transparentColor & 0x00FFFFFFu));
+            PixelFromColorRef(transparentColor));
 }
 
 void SoftDeviceContext::DrawIconEx(int32_t x, int32_t y, const Icon& icon, int32_t width, int32_t height, uint32_t flags)

@@ -1,5 +1,7 @@
 #include "platform/win32/gdi_context.h"
 
+#include <olectl.h>
+
 #include <cstring>
 #include <string>
 
@@ -299,6 +301,15 @@ int GdiContext::SetStretchBltMode(int mode)
 ColorRef GdiContext::GetSysColor(int index) const
 {
     return ::GetSysColor(index);
+}
+
+bool GdiContext::OleTranslateColor(OleColor color, ColorRef& out) const
+{
+    COLORREF result = 0;
+    if (FAILED(::OleTranslateColor(color, nullptr, &result)))
+        return false;
+    out = result;
+    return true;
 }
 
 // ---- Drawing --------------------------------------------------------------------------------

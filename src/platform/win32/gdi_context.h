@@ -40,6 +40,7 @@ public:
     int SetBkMode(int mode) override;
     int SetStretchBltMode(int mode) override;
     ColorRef GetSysColor(int index) const override;
+    bool OleTranslateColor(OleColor color, ColorRef& out) const override;
 
     Point MoveToEx(int32_t x, int32_t y) override;
     void LineTo(int32_t x, int32_t y) override;

@@ -86,6 +86,21 @@ VEX_DRAWING_CASES(blit_cases)
         dc.TransparentBlt(90, 40, 41, 33, *source.dc, 0, 0, 24, 18, kKey);   // grown and clipped
     } });
 
+    // The key -1 and other flagged colours: GDI reads bit 24 as a palette index (black past the
+    // default palette's 20 entries), for the key, brushes, pens and text alike.
+    cases.push_back({ "blit_transparent_flagged_keys_and_palette_indices", 60, 30, [](DeviceContext& dc, Facts&) {
+        Ground(dc, 60, 30);
+        Source source = MakeDrawnSource(dc, 24, 18);
+        dc.TransparentBlt(2, 2, 24, 18, *source.dc, 0, 0, 24, 18, 0xFFFFFFFFu);
+        dc.TransparentBlt(30, 2, 24, 18, *source.dc, 0, 0, 24, 18, 0x01000000u);
+        const ColorRef flagged[] = { 0x01000005, 0x0100000F, 0x01000013, 0x01000014, 0x01FF0005, 0x02123456, 0x10123456 };
+        for (int i = 0; i < 7; ++i)
+            dc.FillRect({ 2 + 4 * i, 22, 5 + 4 * i, 25 }, Brush::Solid(flagged[i]));
+        dc.SelectPen(Pen::Solid(0x01000009));
+        dc.MoveToEx(2, 27);
+        dc.LineTo(50, 27);
+    } });
+
     // Destinations far larger than the surface: only the visible part is drawn, as a
     // stretched background on a large panel is.
     cases.push_back({ "blit_huge_destination", 40, 30, [](DeviceContext& dc, Facts&) {

@@ -154,6 +154,22 @@ VEX_DRAWING_CASES(painter_panel_cases)
         props.PictureAlignment = TypeAlignment(TypeAlignment::RightBottom);
         PaintPanel(dc, props);
     } });
+    // Opaque tiles draw every pixel, white and black too, in each appearance that tiles.
+    for (int16_t appearance = 0; appearance <= 2; ++appearance) {
+        cases.push_back({ "painters_pictures_tiled_opaque_white_black" + std::to_string(appearance), 23, 15,
+            [appearance](DeviceContext& dc, Facts&) {
+                Dib dib(2, 1, 32);
+                dib.row(0)[0] = dib.row(0)[1] = dib.row(0)[2] = 255; // white, then black
+                PanelProperties props;
+                props.Appearance = appearance;
+                props.WinBackColor = Rgb(0, 160, 0);
+                props.CustomGradientStyle = 0;
+                props.CustomBorderWidth = 1;
+                props.PictureBackground = platform::Picture::FromBitmap(std::move(dib));
+                props.PictureBackgroundStyle = 2;
+                PaintPanel(dc, props);
+            } });
+    }
     cases.push_back({ "painters_pictures_texture_stretched", 70, 45, [](DeviceContext& dc, Facts&) {
         PanelProperties props;
         props.Appearance = TypeAppearance(TypeAppearance::Custom);
