@@ -110,19 +110,22 @@ int CommandGallery(Arguments arguments)
 
     std::vector<Example> examples;
     if (!ReadList(examplesDir, examples))
-        return 1;
-    std::filesystem::create_directories(output);
+        return 2;
+    if (std::error_code error; !std::filesystem::create_directories(output, error) && error) {
+        std::cerr << "vexpanel gallery: " << output << ": cannot create the folder: " << error.message() << "\n";
+        return 2;
+    }
     for (Example& example : examples) {
         std::vector<platform::Dib> images = RunRenderJob(example.job);
         // An animated example (--frames N) shows its last tick.
         example.image = std::move(images.back());
         const std::string name = std::filesystem::path(example.job.file).stem().string() + ".png";
         if (!WritePng(output + "/" + name, example.image))
-            return 1;
+            return 2;
     }
     const std::string sheet = output + "/gallery.png";
     if (!WritePng(sheet, ContactSheet(examples)))
-        return 1;
+        return 2;
     std::cout << sheet << " (" << examples.size() << " panels)\n";
     return 0;
 }

@@ -4,6 +4,7 @@
 // 2 when no picture was produced.
 
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -58,6 +59,12 @@ int CommandPng2Bmp(Arguments arguments)
     auto box = std::make_shared<png::PictureBox>();
     decoder.setPicBox(box);
     decoder.setMessageBox([](const std::string& text) { std::cerr << "vexpanel png2bmp: message: " << text << "\n"; });
+    // The decoder opens its file for appending, which would leave an empty file behind a
+    // mistyped name: a missing file is reported here instead.
+    if (std::error_code error; !std::filesystem::is_regular_file(std::string(files[0]), error)) {
+        std::cerr << "vexpanel png2bmp: " << files[0] << ": no such file\n";
+        return 2;
+    }
     decoder.OpenPNG(std::string(files[0]));
     if (!box->Picture) {
         std::cerr << "vexpanel png2bmp: no picture was produced (ErrorNumber " << decoder.ErrorNumber() << ")\n";

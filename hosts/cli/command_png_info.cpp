@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <cstdio>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -54,6 +55,12 @@ int CommandPngInfo(Arguments arguments)
     auto box = std::make_shared<png::PictureBox>();
     decoder.setPicBox(box);
     decoder.setMessageBox([](const std::string& text) { std::cerr << "vexpanel png-info: message: " << text << "\n"; });
+    // The decoder opens its file for appending, which would leave an empty file behind a
+    // mistyped name: a missing file is reported here instead.
+    if (std::error_code error; !std::filesystem::is_regular_file(std::string(arguments[0]), error)) {
+        std::cerr << "vexpanel png-info: " << arguments[0] << ": no such file\n";
+        return 2;
+    }
     decoder.OpenPNG(std::string(arguments[0]));
 
     char colour[16];

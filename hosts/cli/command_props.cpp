@@ -1,11 +1,11 @@
 // vexpanel props FILE.vxp: loads a saved panel as a running program would (ReadProperties in run
-// mode) and prints every persisted property in read order, one "Key = value" a line.
+// mode) and prints every persisted property in read order as a .vxp that loads again, each
+// enumerated property with its member's name in a comment.
 #include <iostream>
 
 #include "commands.h"
-#include "control/persisted_keys.h"
-#include "control/vxp_format.h"
 #include "headless_panel.h"
+#include "panel_file.h"
 
 namespace vex::cli {
 
@@ -13,11 +13,9 @@ int CommandProps(Arguments arguments)
 {
     if (arguments.size() != 1)
         return UsageError("props", "usage: vexpanel props FILE.vxp");
-    control::MemoryPropertyBag bag = control::ReadVxpFile(std::string(arguments[0]));
     HeadlessPanel loaded;
-    loaded.panel.ReadProperties(bag);
-    for (std::string_view key : control::ReadOrder())
-        std::cout << key << " = " << control::DescribeValue(loaded.panel.PersistedValue(key)) << "\n";
+    LoadPanel(loaded.panel, std::string(arguments[0]));
+    std::cout << ListProperties(loaded.panel);
     return 0;
 }
 

@@ -35,7 +35,7 @@ int CommandRender(Arguments arguments)
     for (size_t i = 0; i < images.size(); ++i) {
         const std::string path = i == 0 ? job.output : NumberedPath(job.output, static_cast<int>(i));
         if (!WritePng(path, images[i]))
-            return 1;
+            return 2;
         std::cout << path << "\n";
     }
     return 0;

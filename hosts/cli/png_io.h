@@ -9,15 +9,16 @@
 
 namespace vex::cli {
 
-// Writes a surface as a PNG; false (and a message on standard error) when it cannot.
+// Each raises a CommandError naming the file and the reason when it cannot do its work.
+
+// Writes a surface as a PNG (true).
 bool WritePng(const std::string& path, const platform::Dib& pixels);
 
 // A PNG file as a bitmap picture through LoadPNG, alpha and transparency composed onto
-// `background`; nullptr (and a message) when the file cannot be decoded.
+// `background`.
 platform::PictureRef ReadPngPicture(const std::string& path, ColorRef background = Rgb(255, 255, 255));
 
-// A PNG or BMP file as a bitmap picture (the form behind a transparent panel); nullptr (and a
-// message) when it cannot be read.
+// A PNG or BMP file as a bitmap picture (the form behind a transparent panel).
 platform::PictureRef ReadImagePicture(const std::string& path);
 
 } // namespace vex::cli

@@ -7,6 +7,7 @@
 #include "base/runtime_error.h"
 #include "control/vxp_format.h"
 #include "headless_panel.h"
+#include "panel_file.h"
 #include "png_io.h"
 #include "render/colour.h"
 
@@ -76,14 +77,9 @@ std::string ParseRenderJob(Arguments arguments, RenderJob& job, const std::strin
 
 std::vector<platform::Dib> RunRenderJob(const RenderJob& job)
 {
-    control::MemoryPropertyBag bag = control::ReadVxpFile(job.file);
-    for (const std::string& setting : job.settings) {
-        // The value exactly as a .vxp line writes it: parse the line as one.
-        const size_t equals = setting.find('=');
-        control::MemoryPropertyBag line = control::ParseVxp(setting.substr(0, equals) + " = " + setting.substr(equals + 1));
-        for (const auto& [key, value] : line.Entries())
-            bag.Set(key, value);
-    }
+    std::vector<Setting> settings;
+    for (const std::string& option : job.settings)
+        settings.push_back(ParseSetting(option, "--set"));
 
     HeadlessPanel headless(job.size);
     headless.host.userMode = true;
@@ -98,7 +94,7 @@ std::vector<platform::Dib> RunRenderJob(const RenderJob& job)
     }
 
     control::VexPanel& panel = headless.panel;
-    panel.ReadProperties(bag);
+    LoadPanel(panel, job.file, settings);
     if (!job.picture.empty()) {
         // As a program would load it: alpha composed onto the panel's back colour.
         const ColorRef back = render::TranslateColor(panel.BackColor(), headless.surface.Dc());

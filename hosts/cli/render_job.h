@@ -16,7 +16,7 @@ struct RenderJob {
     std::string file;                      // the .vxp
     std::string output;                    // -o
     platform::Size size { 240, 80 };       // --size WxH
-    std::vector<std::string> settings;     // --set Key=Value, the value as a .vxp line writes it
+    std::vector<std::string> settings;     // --set Key=Value: as a .vxp line writes it, or a member's name
     std::string backdrop;                  // --backdrop IMAGE: the form behind the panel
     std::string picture;                   // --picture FILE.png: Picture, through LoadPNG
     int frames = 0;                        // --frames N
@@ -26,8 +26,8 @@ struct RenderJob {
 // Relative paths in the options are taken from `directory` (empty: as given).
 std::string ParseRenderJob(Arguments arguments, RenderJob& job, const std::string& directory = {});
 
-// The panel as painted, then one image per animation tick. Raises the host's run-time errors
-// (a bad file, a bad setting); a backdrop that cannot be read is an error too.
+// The panel as painted, then one image per animation tick. A bad file or setting raises a
+// CommandError that names it, as does a backdrop or picture that cannot be read.
 std::vector<platform::Dib> RunRenderJob(const RenderJob& job);
 
 } // namespace vex::cli

@@ -518,6 +518,9 @@ struct BagBuilder {
 // entry is reached.
 MemoryPropertyBag ParseVxp(std::string_view text)
 {
+    // Editors may start a UTF-8 file with a byte-order mark.
+    if (text.starts_with("\xEF\xBB\xBF"))
+        text.remove_prefix(3);
     KeyCollector collector { text, {} };
     ScanLines(text, collector);
     std::optional<uint32_t> repeat = FirstRepeat(text, collector.keys);

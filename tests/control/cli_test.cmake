@@ -11,11 +11,15 @@ execute_process(COMMAND ${VEXPANEL} props ${WORK}/cli-test.vxp OUTPUT_VARIABLE l
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "props failed: ${status}")
 endif()
-string(REGEX MATCHALL "[^\n]+\n" lines "${listed}")
-list(LENGTH lines count)
-if(NOT count EQUAL 59 OR NOT listed MATCHES "^ForeColor = &H80000012&\nEnabled = True\n"
-   OR NOT listed MATCHES "\nCaption = \"Tested\"\n" OR NOT listed MATCHES "\nBackColor = &H8000000F&\n$")
-  message(FATAL_ERROR "props printed ${count} lines:\n${listed}")
+# props lists every property as a .vxp that loads again, enumerations named in comments.
+if(NOT listed MATCHES "^# VexPanel saved panel\nForeColor = &H80000012&\nEnabled = True\nAppearance = 1  # Window3D\n"
+   OR NOT listed MATCHES "\nCaption = \"Tested\"\n" OR NOT listed MATCHES "\nFont {\n" OR NOT listed MATCHES "\nBackColor = &H8000000F&\n$")
+  message(FATAL_ERROR "props printed:\n${listed}")
+endif()
+file(WRITE ${WORK}/cli-listed.vxp "${listed}")
+execute_process(COMMAND ${VEXPANEL} props ${WORK}/cli-listed.vxp OUTPUT_VARIABLE relisted RESULT_VARIABLE status)
+if(NOT status EQUAL 0 OR NOT relisted STREQUAL listed)
+  message(FATAL_ERROR "props output does not load back: ${status}\n${relisted}")
 endif()
 file(WRITE ${WORK}/cli-bad.vxp "Appearance = 1\nCaption \"x\"\n")
 execute_process(COMMAND ${VEXPANEL} props ${WORK}/cli-bad.vxp ERROR_VARIABLE message RESULT_VARIABLE status)
@@ -26,3 +30,44 @@ execute_process(COMMAND ${VEXPANEL} props ${WORK}/does-not-exist.vxp ERROR_VARIA
 if(NOT status EQUAL 2 OR NOT message MATCHES "error 53: File not found")
   message(FATAL_ERROR "missing file: status ${status}, ${message}")
 endif()
+
+# Errors name the file, the key and its line; a byte-order mark is no error.
+string(ASCII 239 187 191 bom)
+file(WRITE ${WORK}/cli-overflow.vxp "${bom}# saved\nCaption = \"x\"\nAppearance = 70000\n")
+execute_process(COMMAND ${VEXPANEL} props ${WORK}/cli-overflow.vxp ERROR_VARIABLE message RESULT_VARIABLE status)
+if(NOT status EQUAL 2 OR NOT message STREQUAL "vexpanel props: ${WORK}/cli-overflow.vxp: error 6: Overflow: Appearance = 70000 (line 3)\n")
+  message(FATAL_ERROR "overflow: status ${status}, ${message}")
+endif()
+
+# Help and version on standard output.
+foreach(arguments "--help" "-h" "help" "--version" "render;--help" "help;set")
+  execute_process(COMMAND ${VEXPANEL} ${arguments} OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE status)
+  if(NOT status EQUAL 0 OR NOT out MATCHES "^(usage: )?vexpanel " OR NOT err STREQUAL "")
+    message(FATAL_ERROR "${arguments}: status ${status}, ${out}${err}")
+  endif()
+endforeach()
+
+# set: through the public sets (a rejected value keeps the old one and says why), saved whole.
+execute_process(COMMAND ${VEXPANEL} set ${WORK}/cli-test.vxp Appearance=Custom PictureAnimDelay=0 -o ${WORK}/cli-set.vxp
+  ERROR_VARIABLE message RESULT_VARIABLE status)
+execute_process(COMMAND ${VEXPANEL} props ${WORK}/cli-set.vxp OUTPUT_VARIABLE changed)
+if(NOT status EQUAL 0 OR NOT message MATCHES "^vexpanel set: PictureAnimDelay=0: " OR NOT changed MATCHES "\nAppearance = 2  # Custom\n"
+   OR NOT changed MATCHES "\nPictureAnimDelay = 100\n")
+  message(FATAL_ERROR "set: status ${status}, ${message}\n${changed}")
+endif()
+
+# Nothing ends uncaught; a missing PNG leaves no file behind.
+execute_process(COMMAND ${VEXPANEL} gallery -o ${WORK}/cli-test.vxp/sub ERROR_VARIABLE message RESULT_VARIABLE status)
+if(NOT status EQUAL 2 OR NOT message MATCHES "^vexpanel gallery: .*cli-test.vxp/sub: ")
+  message(FATAL_ERROR "gallery: status ${status}, ${message}")
+endif()
+foreach(command png-info png2bmp)
+  set(output)
+  if(command STREQUAL "png2bmp")
+    set(output ${WORK}/out.bmp)
+  endif()
+  execute_process(COMMAND ${VEXPANEL} ${command} ${WORK}/no-such.png ${output} ERROR_VARIABLE message RESULT_VARIABLE status)
+  if(NOT status EQUAL 2 OR EXISTS ${WORK}/no-such.png OR NOT message MATCHES "^vexpanel ${command}: .*no-such.png: no such file")
+    message(FATAL_ERROR "${command}: status ${status}, ${message}")
+  endif()
+endforeach()

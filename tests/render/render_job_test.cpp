@@ -9,6 +9,7 @@
 #include <set>
 
 #include "base/runtime_error.h"
+#include "panel_file.h"
 #include "render_job.h"
 
 namespace vex::cli {
@@ -66,10 +67,24 @@ TEST(RenderJob, SettingsOverrideTheFile)
         EXPECT_LE(std::abs(int((a >> shift) & 255) - int((b >> shift) & 255)), 1) << shift;
     EXPECT_NE(reversed[0].pixel(20, 3), plain[0].pixel(20, 3));
 
-    RenderJob job;
-    std::vector<std::string_view> bad = { "custom-linear.vxp", "--set", "CustomBorderWidth=\"wide\"" };
-    ASSERT_EQ(ParseRenderJob(bad, job, kExamples), "");
-    EXPECT_THROW(RunRenderJob(job), RuntimeError);
+    // A member's name stands for its value.
+    EXPECT_EQ(Render({ "custom-linear.vxp", "--size", "40x20", "--set", "CustomGradientDirection=ButtomToTop", "--set", "Caption=\"\"" })[0].bits(),
+        reversed[0].bits());
+
+    // A bad setting names its option; an unknown key is an error.
+    auto failure = [](std::vector<std::string_view> arguments) -> std::string {
+        RenderJob job;
+        EXPECT_EQ(ParseRenderJob(arguments, job, kExamples), "");
+        try {
+            RunRenderJob(job);
+        } catch (const CommandError& error) {
+            return error.what();
+        }
+        return "no error";
+    };
+    EXPECT_EQ(failure({ "custom-linear.vxp", "--set", "CustomBorderWidth=\"wide\"" }), "--set CustomBorderWidth=\"wide\": error 13: Type mismatch");
+    EXPECT_EQ(failure({ "custom-linear.vxp", "--set", "Appearance=70000" }), "--set Appearance=70000: error 6: Overflow");
+    EXPECT_EQ(failure({ "custom-linear.vxp", "--set", "Apperance=1" }), "--set Apperance=1: no property is called 'Apperance'");
 }
 
 TEST(RenderJob, TransparentPanelShowsTheBackdropBehindIt)
@@ -86,7 +101,7 @@ TEST(RenderJob, TransparentPanelShowsTheBackdropBehindIt)
     RenderJob job;
     std::vector<std::string_view> missing = { "transparent.vxp", "--backdrop", "no-such.png" };
     ASSERT_EQ(ParseRenderJob(missing, job, kExamples), "");
-    EXPECT_THROW(RunRenderJob(job), RuntimeError);
+    EXPECT_THROW(RunRenderJob(job), CommandError);
     EXPECT_FALSE(std::filesystem::exists(kExamples + "/no-such.png"));
 }
 
