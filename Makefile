@@ -38,11 +38,16 @@ fuzz-long: setup
 	cmake --build --preset fuzz
 	FUZZ_SECONDS=$${FUZZ_SECONDS:-3600} FUZZ_RUNS=$${FUZZ_RUNS:-10000000} scripts/run-fuzzers build-fuzz | tee build-fuzz/fuzz-long.log
 
-demo: build
-	@scripts/demo build
+# The library and the command only, from their own build folder and bootstrap profile: no
+# tests, benchmarks, Windows side, Wine, cross compiler or clang.
+demo:
+	@scripts/bootstrap demo
+	cmake --preset demo
+	cmake --build --preset demo
+	@scripts/demo build-demo
 
 bench: build
 	@scripts/run-benchmarks build
 
 clean:
-	rm -rf build build-asan build-fuzz build-win32
+	rm -rf build build-asan build-fuzz build-win32 build-demo
