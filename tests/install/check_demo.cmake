@@ -3,7 +3,7 @@ cmake_minimum_required(VERSION 3.25)
 # preset configures the library and the command without tests, benchmarks or the Windows build.
 execute_process(COMMAND ${SOURCE_DIR}/scripts/bootstrap --list demo OUTPUT_VARIABLE packages RESULT_VARIABLE status)
 string(REPLACE "\n" ";" packages "${packages}")
-if(NOT status EQUAL 0 OR NOT "g++" IN_LIST packages OR packages MATCHES "(^|;)(wine|wine64|libwine-dev|mingw[^;]*|clang|libclang[^;]*|libgtest-dev|libbenchmark-dev|xvfb)(;|$)")
+if(NOT status EQUAL 0 OR NOT "g++" IN_LIST packages OR packages MATCHES "(^|;)(wine|wine64|libwine-dev|mingw[^;]*|clang|libclang[^;]*|libgtest-dev|libbenchmark-dev|xvfb|qt6-base-dev)(;|$)")
   message(FATAL_ERROR "bootstrap demo profile (${status}):\n${packages}")
 endif()
 file(REMOVE_RECURSE ${WORK_DIR})
