@@ -7,42 +7,14 @@
 #include <sstream>
 
 #include "base/runtime_error.h"
-#include "control/enum_names.h"
+#include "model/enum_names.h"
+#include "model/property_table.h"
 #include "control/persisted_keys.h"
 #include "control/vxp_format.h"
 
 namespace vex::cli {
 
 namespace {
-
-struct EnumeratedKey {
-    std::string_view key, enumeration;
-};
-
-constexpr EnumeratedKey kEnumeratedKeys[] = {
-    { "Appearance", "TypeAppearance" },
-    { "BackStyle", "TypeBackStyle" },
-    { "CustomBorderLeftTopStyle", "TypeBorder" },
-    { "CustomBorderRightTopStyle", "TypeBorder" },
-    { "CustomBorderLeftBottomStyle", "TypeBorder" },
-    { "CustomBorderRightBottomStyle", "TypeBorder" },
-    { "WinGradientDirection", "TypeWinGradientDirection" },
-    { "WinOptionColor", "TypeWinOptionColor" },
-    { "WinContrast", "TypeWinContrast" },
-    { "WinBorderTopStyle", "TypeWinBorderStyle" },
-    { "WinBorderBottomStyle", "TypeWinBorderStyle" },
-    { "WinBorderLeftStyle", "TypeWinBorderStyle" },
-    { "WinBorderRightStyle", "TypeWinBorderStyle" },
-    { "CaptionAlignment", "TypeAlignment" },
-    { "PictureAlignment", "TypeAlignment" },
-    { "PictureBackgroundStyle", "TypePictureBackgroundStyle" },
-    { "CaptionStyle", "TypeCaptionStyle" },
-    { "Panel3DBorderStyle", "TypePanel3DStyle" },
-    { "CustomGradientDirection", "TypeCustomGradientDirection" },
-    { "CustomGradientStyle", "TypeCustomGradientStyle" },
-    { "PanelFont3D", "TypePanelFont3D" },
-    { "MousePointer", "TypeMousePointer" },
-};
 
 std::string_view Trim(std::string_view text)
 {
@@ -59,12 +31,12 @@ bool SameIgnoringCase(std::string_view a, std::string_view b)
 }
 
 // A member named by `text`: its exact name first, then ignoring case and blanks around it.
-const control::EnumMember* MemberNamed(const control::EnumInfo& info, std::string_view text)
+const model::EnumMember* MemberNamed(const model::EnumInfo& info, std::string_view text)
 {
-    for (const control::EnumMember& member : info.members)
+    for (const model::EnumMember& member : info.members)
         if (member.name == text)
             return &member;
-    for (const control::EnumMember& member : info.members)
+    for (const model::EnumMember& member : info.members)
         if (SameIgnoringCase(Trim(member.name), Trim(text)))
             return &member;
     return nullptr;
@@ -131,10 +103,8 @@ std::string Describe(const RuntimeError& error)
 
 std::string_view EnumerationOf(std::string_view key)
 {
-    for (const EnumeratedKey& entry : kEnumeratedKeys)
-        if (entry.key == key)
-            return entry.enumeration;
-    return {};
+    const model::PropertyInfo* info = model::FindProperty(key);
+    return info != nullptr ? info->enumeration : std::string_view {};
 }
 
 Setting ParseSetting(std::string_view option, std::string_view optionName)
@@ -147,13 +117,13 @@ Setting ParseSetting(std::string_view option, std::string_view optionName)
     const std::string_view text = option.substr(equals + 1);
     if (!IsPersistedKey(setting.key))
         throw CommandError(prefix + "no property is called '" + setting.key + "'");
-    if (const control::EnumInfo* info = control::FindEnumeration(EnumerationOf(setting.key))) {
-        if (const control::EnumMember* member = MemberNamed(*info, text)) {
+    if (const model::EnumInfo* info = model::FindEnumeration(EnumerationOf(setting.key))) {
+        if (const model::EnumMember* member = MemberNamed(*info, text)) {
             setting.value = static_cast<int16_t>(member->value);
             return setting;
         }
     }
-    const control::EnumInfo* enumeration = control::FindEnumeration(EnumerationOf(setting.key));
+    const model::EnumInfo* enumeration = model::FindEnumeration(EnumerationOf(setting.key));
     try {
         control::MemoryPropertyBag line = control::ParseVxp(setting.key + " = " + std::string(text));
         if (line.Entries().size() != 1)
@@ -162,7 +132,7 @@ Setting ParseSetting(std::string_view option, std::string_view optionName)
     } catch (const RuntimeError& error) {
         if (enumeration && error.code() == ErrorCode::InvalidFileFormat) {
             std::string members;
-            for (const control::EnumMember& member : enumeration->members)
+            for (const model::EnumMember& member : enumeration->members)
                 members += (members.empty() ? "" : ", ") + std::string(member.name);
             throw CommandError(prefix + "neither a number nor a member of " + std::string(enumeration->name) + " (" + members + ")");
         }
@@ -214,10 +184,10 @@ std::string ListProperties(const control::VexPanel& panel)
         const size_t equals = line.find(" = ");
         if (equals != std::string::npos && line.front() != ' ') {
             const std::string_view key(line.data(), equals);
-            if (const control::EnumInfo* info = control::FindEnumeration(EnumerationOf(key))) {
+            if (const model::EnumInfo* info = model::FindEnumeration(EnumerationOf(key))) {
                 const control::PropertyValue value = panel.PersistedValue(key);
                 const auto* number = std::get_if<int16_t>(&value);
-                if (std::string_view name = number ? control::MemberName(*info, *number) : std::string_view {}; !name.empty())
+                if (std::string_view name = number ? model::MemberName(*info, *number) : std::string_view {}; !name.empty())
                     line += "  # " + std::string(name);
             }
         }

@@ -225,7 +225,7 @@ TEST_F(PanelTest, AWrongTypeInTheBagIsATypeMismatch)
     numeric.Set("PictureAnimDelay", std::string("1,000"));
     panel.ReadProperties(numeric);
     EXPECT_EQ(static_cast<int>(panel.Appearance()), -2);
-    EXPECT_EQ(surface.BackColor(), 0xC0E0FFu);
+    EXPECT_EQ(panel.BackColor(), 0xC0E0FFu);
     EXPECT_TRUE(panel.CaptionEfect());
     EXPECT_EQ(panel.PictureAnimDelay(), 1000);
 }

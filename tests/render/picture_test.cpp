@@ -197,7 +197,7 @@ TEST(Picture, NoPictureDrawsNothing)
 {
     PicturePanel panel(40, 30);
     // A border inset that overflows 16 bits is never computed without a picture.
-    panel.props.Panel3DBorderStyle = 3;
+    panel.props.Panel3DBorderStyle = TypePanel3DStyle::GBLowered3D;
     panel.props.Panel3DBorderWidth = 20000;
     panel.Paint(DrawBackgroundPicture);
     panel.Paint(DrawPicture);
