@@ -161,12 +161,12 @@ VEX_DRAWING_CASES(painter_panel_cases)
                 Dib dib(2, 1, 32);
                 dib.row(0)[0] = dib.row(0)[1] = dib.row(0)[2] = 255; // white, then black
                 PanelProperties props;
-                props.Appearance = appearance;
+                props.Appearance = TypeAppearance(appearance);
                 props.WinBackColor = Rgb(0, 160, 0);
-                props.CustomGradientStyle = 0;
+                props.CustomGradientStyle = TypeCustomGradientStyle::UseTexture;
                 props.CustomBorderWidth = 1;
                 props.PictureBackground = platform::Picture::FromBitmap(std::move(dib));
-                props.PictureBackgroundStyle = 2;
+                props.PictureBackgroundStyle = TypePictureBackgroundStyle::TiledPicture;
                 PaintPanel(dc, props);
             } });
     }
