@@ -85,22 +85,22 @@ TEST_F(PanelTest, EveryPropertyFollowsItsRule)
     }
 }
 
+// The clamped properties and their limits, stated here rather than read from the table, so that a
+// row with the wrong rule is caught.
 TEST_F(PanelTest, ClampsStoreTheLimitAndPersistIt)
 {
-    int clamped = 0;
-    for (const PropertyInfo& info : kProperties) {
-        if (info.rule != SetRule::AtLeast0 && info.rule != SetRule::AtLeast1)
-            continue;
-        const int16_t limit = info.rule == SetRule::AtLeast0 ? 0 : 1;
+    const std::pair<std::string_view, int16_t> clamps[] = { { "CustomBorderRadio", 0 }, { "CustomBorderWidth", 0 },
+        { "PictureFrames", 1 }, { "Panel3DBorderWidth", 1 }, { "Panel3DBorderOffset", 0 } };
+    for (const auto& [name, limit] : clamps) {
         for (int16_t below : { int16_t(limit - 1), int16_t(-32768) }) {
-            panel.SetProperty(info.name, below);
-            EXPECT_EQ(AsInt16(panel.PersistedValue(info.name)), limit) << info.name;
+            panel.SetProperty(name, below);
+            EXPECT_EQ(AsInt16(panel.PersistedValue(name)), limit) << name;
         }
-        panel.SetProperty(info.name, limit);
-        EXPECT_EQ(AsInt16(panel.GetProperty(info.name)), limit) << info.name;
-        ++clamped;
+        panel.SetProperty(name, limit);
+        EXPECT_EQ(AsInt16(panel.GetProperty(name)), limit) << name;
     }
-    EXPECT_EQ(clamped, 5);
+    const auto isClamp = [](const PropertyInfo& info) { return info.rule == SetRule::AtLeast0 || info.rule == SetRule::AtLeast1; };
+    EXPECT_EQ(std::count_if(std::begin(kProperties), std::end(kProperties), isClamp), std::ssize(clamps));
 }
 
 TEST_F(PanelTest, EnumerationsKeepAnySixteenBitValueAndOverflowBeyond)
