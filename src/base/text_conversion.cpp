@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "base/numeric.h"
 #include "base/runtime_error.h"
 
 namespace vex {
@@ -207,10 +208,7 @@ int16_t IntegerFromText(std::string_view text)
             Raise(ErrorCode::Overflow);
         return static_cast<int16_t>(static_cast<uint16_t>(number.radixValue));
     }
-    const int64_t value = RoundedDecimal(number);
-    if (value < std::numeric_limits<int16_t>::min() || value > std::numeric_limits<int16_t>::max())
-        Raise(ErrorCode::Overflow);
-    return static_cast<int16_t>(value);
+    return ToInt16(RoundedDecimal(number));
 }
 
 int32_t LongFromText(std::string_view text)
@@ -221,10 +219,7 @@ int32_t LongFromText(std::string_view text)
             Raise(ErrorCode::Overflow);
         return static_cast<int32_t>(static_cast<uint32_t>(number.radixValue));
     }
-    const int64_t value = RoundedDecimal(number);
-    if (value < std::numeric_limits<int32_t>::min() || value > std::numeric_limits<int32_t>::max())
-        Raise(ErrorCode::Overflow);
-    return static_cast<int32_t>(value);
+    return ToInt32(RoundedDecimal(number));
 }
 
 double DoubleFromText(std::string_view text)
