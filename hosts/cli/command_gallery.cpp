@@ -2,14 +2,13 @@
 // Renders every example panel listed in the examples folder's gallery.list to DIR, one PNG per
 // panel, and puts them all on one contact sheet, DIR/gallery.png, each with its label under it.
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
 
 #include "commands.h"
-#include "platform/soft/soft_device_context.h"
+#include "contact_sheet.h"
 #include "png_io.h"
 #include "render_job.h"
 
@@ -58,39 +57,6 @@ bool ReadList(const std::string& directory, std::vector<Example>& examples)
     return true;
 }
 
-// The panels in rows of three on a light page, each with its label centred under it.
-platform::Dib ContactSheet(const std::vector<Example>& examples)
-{
-    constexpr int32_t kColumns = 3, kMargin = 16, kLabel = 22;
-    int32_t cellWidth = 0, cellHeight = 0;
-    for (const Example& example : examples) {
-        cellWidth = std::max(cellWidth, example.image.width());
-        cellHeight = std::max(cellHeight, example.image.height());
-    }
-    const auto count = static_cast<int32_t>(examples.size());
-    const int32_t rows = (count + kColumns - 1) / kColumns;
-    const int32_t width = kMargin + kColumns * (cellWidth + kMargin);
-    const int32_t height = kMargin + rows * (cellHeight + kLabel + kMargin);
-    auto sheet = platform::soft::CreateSurface(width, height);
-    sheet->FillRect({ 0, 0, width, height }, platform::Brush::Solid(Rgb(246, 246, 243)));
-    sheet->SetBkMode(platform::kBkTransparent);
-    sheet->SetTextColor(Rgb(40, 40, 40));
-    for (int32_t i = 0; i < count; ++i) {
-        const Example& example = examples[static_cast<size_t>(i)];
-        const int32_t left = kMargin + (i % kColumns) * (cellWidth + kMargin);
-        const int32_t top = kMargin + (i / kColumns) * (cellHeight + kLabel + kMargin);
-        const int32_t x = left + (cellWidth - example.image.width()) / 2;
-        auto source = sheet->CreateCompatibleDC();
-        source->SelectBitmap(sheet->CreateBitmapFromDib(example.image));
-        sheet->BitBlt(x, top, example.image.width(), example.image.height(), *source, 0, 0);
-        sheet->FrameRect({ x - 1, top - 1, x + example.image.width() + 1, top + example.image.height() + 1 },
-            platform::Brush::Solid(Rgb(200, 200, 196)));
-        platform::Rect label { left, top + example.image.height() + 4, left + cellWidth, top + cellHeight + kLabel };
-        sheet->DrawText(example.label, label, platform::dt::Center | platform::dt::Top | platform::dt::SingleLine);
-    }
-    return sheet->Snapshot();
-}
-
 } // namespace
 
 int CommandGallery(Arguments arguments)
@@ -123,8 +89,11 @@ int CommandGallery(Arguments arguments)
         if (!WritePng(output + "/" + name, example.image))
             return 2;
     }
+    std::vector<LabelledImage> cells;
+    for (const Example& example : examples)
+        cells.push_back({ &example.image, example.label });
     const std::string sheet = output + "/gallery.png";
-    if (!WritePng(sheet, ContactSheet(examples)))
+    if (!WritePng(sheet, ContactSheet(cells, 3)))
         return 2;
     std::cout << sheet << " (" << examples.size() << " panels)\n";
     return 0;

@@ -17,6 +17,7 @@ int CommandNew(Arguments arguments);
 int CommandProps(Arguments arguments);
 int CommandRender(Arguments arguments);
 int CommandGallery(Arguments arguments);
+int CommandReference(Arguments arguments);
 int CommandSet(Arguments arguments);
 int CommandPngInfo(Arguments arguments);
 int CommandPng2Bmp(Arguments arguments);

@@ -29,6 +29,8 @@ constexpr std::array kCommands = {
                         "                        render a saved panel as a running program shows it", CommandRender },
     Command { "gallery", "gallery -o DIR [--examples DIR]\n"
                          "                        render the example panels and a contact sheet", CommandGallery },
+    Command { "reference", "reference -o DIR [--examples DIR]\n"
+                           "                        write the property reference (properties.md and its pictures)", CommandReference },
     Command { "pages", "pages FILE.vxp [--page NAME] [--edit EDITOR=TEXT] [--choose EDITOR=INDEX] [--check EDITOR=0|1|2]\n"
                        "                        [--apply] [-o OUT.vxp]\n"
                        "                        list the property pages as they load the panel; with --page, edit as a\n"

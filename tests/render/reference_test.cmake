@@ -1,0 +1,21 @@
+# docs/properties.md and its pictures must be what `vexpanel reference` writes today (after a
+# change that shows, write them again: vexpanel reference -o docs). Run by ctest with -DVEXPANEL,
+# -DDOCS and -DWORK.
+file(REMOVE_RECURSE ${WORK})
+execute_process(COMMAND ${VEXPANEL} reference -o ${WORK} RESULT_VARIABLE status ERROR_VARIABLE problem)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "vexpanel reference failed (${status}): ${problem}")
+endif()
+file(GLOB_RECURSE written RELATIVE ${WORK} ${WORK}/*)
+file(GLOB shown RELATIVE ${DOCS} ${DOCS}/properties.md ${DOCS}/properties/*)
+list(SORT written)
+list(SORT shown)
+if(NOT written STREQUAL shown)
+  message(FATAL_ERROR "docs/ holds [${shown}] but the reference writes [${written}]: vexpanel reference -o docs")
+endif()
+foreach(file IN LISTS written)
+  execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${WORK}/${file} ${DOCS}/${file} RESULT_VARIABLE differs)
+  if(differs)
+    message(FATAL_ERROR "docs/${file} is out of date: run vexpanel reference -o docs")
+  endif()
+endforeach()
