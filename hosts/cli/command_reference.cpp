@@ -3,6 +3,8 @@
 // picture a strip of small panels, one per member, DIR/properties/ENUMERATION.png. The table,
 // the defaults and the members come from the control itself, so the page cannot drift from it.
 
+#include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -105,7 +107,11 @@ std::string TypeText(const PropertyInfo& info)
     case ValueKind::Single: return "single";
     case ValueKind::Colour: return "colour";
     case ValueKind::String: return "string";
-    case ValueKind::Enumeration: return "[" + Code(info.enumeration) + "](#" + std::string(info.enumeration) + ")";
+    case ValueKind::Enumeration: {
+        std::string anchor(info.enumeration); // a heading's anchor is its text in lower case
+        std::transform(anchor.begin(), anchor.end(), anchor.begin(), [](unsigned char c) { return std::tolower(c); });
+        return "[" + Code(info.enumeration) + "](#" + anchor + ")";
+    }
     case ValueKind::Font: return "font";
     case ValueKind::Picture: return "picture";
     }
@@ -160,6 +166,26 @@ std::string DefaultText(const PropertyInfo& info, const control::VexPanel& place
     }
 }
 
+// The values a set takes (a clamp stores its limit; other values fail as the type says).
+std::string RangeText(const PropertyInfo& info)
+{
+    switch (info.rule) {
+    case SetRule::AtLeast0: return "0 to 32767";
+    case SetRule::AtLeast1: return "1 to 32767";
+    case SetRule::DelayRange: return "1 to 32000";
+    default: break;
+    }
+    switch (info.kind) {
+    case ValueKind::Byte: return "0 to 255";
+    case ValueKind::Boolean: return "True, False";
+    case ValueKind::Int16: return "-32768 to 32767";
+    case ValueKind::Colour: return "RGB or system colour";
+    case ValueKind::Enumeration: return "any 16-bit value";
+    case ValueKind::Single: return "a size the font takes";
+    default: return "any";
+    }
+}
+
 std::string SetText(const PropertyInfo& info)
 {
     switch (info.rule) {
@@ -210,7 +236,7 @@ std::string Escape(std::string_view text)
 
 void WriteProperties(std::ostream& out, const control::VexPanel& placed)
 {
-    out << "| Property | Type | Default | A set | Notes |\n|---|---|---|---|---|\n";
+    out << "| Property | Type | Default | Range | A set | Notes |\n|---|---|---|---|---|---|\n";
     for (size_t i = 0; i < model::kPropertyCount; ++i) {
         const PropertyInfo& info = model::kProperties[i];
         const PropertyNote& note = kPropertyNotes[i];
@@ -219,7 +245,7 @@ void WriteProperties(std::ostream& out, const control::VexPanel& placed)
         std::string notes(note.note);
         if (std::string flags = FlagsText(info); !flags.empty())
             notes += " *(" + flags + ")*";
-        out << "| " << Code(info.name) << " | " << TypeText(info) << " | " << Escape(DefaultText(info, placed)) << " | " << SetText(info) << " | " << notes << " |\n";
+        out << "| " << Code(info.name) << " | " << TypeText(info) << " | " << Escape(DefaultText(info, placed)) << " | " << RangeText(info) << " | " << SetText(info) << " | " << notes << " |\n";
     }
 }
 
