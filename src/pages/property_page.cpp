@@ -1,9 +1,9 @@
 #include "pages/property_page.h"
 
-#include <charconv>
 #include <cstdio>
 
 #include "base/runtime_error.h"
+#include "base/text_conversion.h"
 #include "pages/image_page.h"
 #include "pages/panel_access.h"
 
@@ -150,23 +150,15 @@ std::string ColourText(OleColor colour)
 
 OleColor ColourFromText(std::string_view text)
 {
-    // FIXME: the hexadecimal form belongs to the host's text conversion in src/base; read it
-    // there once that conversion reads "&H" literals.
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    if (text.size() > 2 && text[0] == '&' && (text[1] == 'H' || text[1] == 'h')) {
-        std::string_view digits = text.substr(2);
-        if (!digits.empty() && digits.back() == '&')
-            digits.remove_suffix(1);
-        uint32_t value = 0;
-        auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-        if (digits.empty() || digits.size() > 8 || error != std::errc() || end != digits.data() + digits.size())
-            Raise(ErrorCode::TypeMismatch);
-        return value;
-    }
-    return static_cast<OleColor>(control::AsInt32(PropertyValue(std::string(text))));
+    // The box shows a colour as "&H8000000F&"; without the trailing '&' (the literal's Long
+    // suffix) it is read as the host reads a Long, so "&H..." wraps into 32 bits.
+    const size_t first = text.find_first_not_of(' ');
+    const size_t last = text.find_last_not_of(' ');
+    const bool hexadecimal = last != std::string_view::npos && last > first + 2 && text[first] == '&'
+        && (text[first + 1] == 'H' || text[first + 1] == 'h');
+    if (hexadecimal && text[last] == '&')
+        text = text.substr(first, last - first);
+    return static_cast<OleColor>(LongFromText(text));
 }
 
 } // namespace vex::pages

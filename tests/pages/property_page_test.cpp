@@ -196,6 +196,18 @@ TEST_F(PageTest, EditsAnEditorCannotHoldAreRefused)
     EXPECT_FALSE(page->Changed());
     EXPECT_THROW(ColourFromText("&HXYZ&"), RuntimeError);
     EXPECT_THROW(ColourFromText("&H123456789"), RuntimeError);
+    EXPECT_THROW(ColourFromText("&"), RuntimeError);
+}
+
+TEST(ColourText, ReadsWhatTheBoxShowsAndWhatTheHostReadsAsALong)
+{
+    const std::pair<std::string_view, OleColor> cases[] = {
+        { "&H8000000F&", 0x8000000Fu }, { " &hc0e0ff& ", 0xC0E0FFu }, { "&HFFFF", 0xFFFFu }, { "255", 255u },
+        { "1,000", 1000u }, { "-1", 0xFFFFFFFFu },
+    };
+    for (auto [text, colour] : cases)
+        EXPECT_EQ(ColourFromText(text), colour) << text;
+    EXPECT_EQ(ColourFromText(ColourText(0x80000012u)), 0x80000012u);
 }
 
 } // namespace
