@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <type_traits>
 
 #include "base/numeric.h"
 #include "base/runtime_error.h"
@@ -198,39 +199,38 @@ double DecimalAsDouble(const ParsedNumber& number)
     return number.negative ? -value : value;
 }
 
+// "&H"/"&O" digits wrap into the type's width ("&HFFFF" is -1 as an Integer); more is Overflow.
+template <typename Int> Int Wrapped(const ParsedNumber& number)
+{
+    using Unsigned = std::make_unsigned_t<Int>;
+    if (number.radixTooBig || number.radixValue > std::numeric_limits<Unsigned>::max())
+        Raise(ErrorCode::Overflow);
+    return static_cast<Int>(static_cast<Unsigned>(number.radixValue));
+}
+
 } // namespace
 
 int16_t IntegerFromText(std::string_view text)
 {
     const ParsedNumber number = Require(text);
-    if (number.radix) {
-        if (number.radixTooBig || number.radixValue > 0xFFFFu)
-            Raise(ErrorCode::Overflow);
-        return static_cast<int16_t>(static_cast<uint16_t>(number.radixValue));
-    }
+    if (number.radix)
+        return Wrapped<int16_t>(number);
     return ToInt16(RoundedDecimal(number));
 }
 
 int32_t LongFromText(std::string_view text)
 {
     const ParsedNumber number = Require(text);
-    if (number.radix) {
-        if (number.radixTooBig || number.radixValue > 0xFFFFFFFFu)
-            Raise(ErrorCode::Overflow);
-        return static_cast<int32_t>(static_cast<uint32_t>(number.radixValue));
-    }
+    if (number.radix)
+        return Wrapped<int32_t>(number);
     return ToInt32(RoundedDecimal(number));
 }
 
 double DoubleFromText(std::string_view text)
 {
     const ParsedNumber number = Require(text);
-    if (number.radix) {
-        if (number.radixTooBig || number.radixValue > 0xFFFFFFFFu)
-            Raise(ErrorCode::Overflow);
-        return number.radixValue <= 0xFFFFu ? static_cast<int16_t>(static_cast<uint16_t>(number.radixValue))
-                                            : static_cast<int32_t>(static_cast<uint32_t>(number.radixValue));
-    }
+    if (number.radix) // the literal's own type: an Integer when the value fits 16 bits, else a Long
+        return number.radixValue <= 0xFFFFu ? Wrapped<int16_t>(number) : Wrapped<int32_t>(number);
     return DecimalAsDouble(number);
 }
 
