@@ -1,6 +1,7 @@
 #include "qt/vex_panel_widget.h"
 
 #include <QKeyEvent>
+#include <QMetaProperty>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -98,7 +99,7 @@ private:
 };
 
 VexPanelWidget::VexPanelWidget(QWidget* parent)
-    : QWidget(parent)
+    : VexPanelProperties(parent)
     , host_(std::make_unique<QtHost>(*this))
     , surface_(std::make_unique<QtSurface>(*this))
     , events_(std::make_unique<Events>(*this))
@@ -107,7 +108,7 @@ VexPanelWidget::VexPanelWidget(QWidget* parent)
     // itself, but it is not marked opaque: a transparent panel captures what lies below it.
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
-    host_->onPropertyChanged = [this](const std::string& name) { emit propertyChanged(QString::fromStdString(name)); };
+    host_->onPropertyChanged = [this](const std::string& name) { Changed(name); };
     Restart();
 }
 
@@ -118,6 +119,16 @@ VexPanelWidget::~VexPanelWidget()
 }
 
 control::VexPanel& VexPanelWidget::panel() { return *panel_; }
+
+// The panel's notification, as the property's own NOTIFY signal and as propertyChanged(name).
+void VexPanelWidget::Changed(const std::string& name)
+{
+    const QMetaObject& meta = VexPanelProperties::staticMetaObject;
+    const int index = meta.indexOfProperty(name.c_str());
+    if (index >= meta.propertyOffset())
+        meta.property(index).notifySignal().invoke(this, Qt::DirectConnection);
+    emit propertyChanged(QString::fromStdString(name));
+}
 
 // A new panel as a program gets one: made with its initial properties, and at run time loaded
 // from them (which also ties it to its parent form), as a control placed on a form is.

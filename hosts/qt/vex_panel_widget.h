@@ -11,7 +11,8 @@
 #include <memory>
 
 #include <QString>
-#include <QWidget>
+
+#include "qt/vex_panel_properties.h"
 
 namespace vex::control {
 class VexPanel;
@@ -22,7 +23,7 @@ namespace vex::qt {
 class QtHost;
 class QtSurface;
 
-class VexPanelWidget : public QWidget {
+class VexPanelWidget : public VexPanelProperties {
     Q_OBJECT
 
 public:
@@ -61,6 +62,7 @@ signals:
     void propertyChanged(const QString& name);
 
 protected:
+    control::VexPanel& PropertyPanel() const override { return *panel_; }
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -77,6 +79,7 @@ private:
     void Relay(QMouseEvent* event, void (control::VexPanel::*notify)(int16_t, int16_t, float, float),
         int16_t button);
     void Restart();
+    void Changed(const std::string& name);
 
     std::unique_ptr<QtHost> host_;
     std::unique_ptr<QtSurface> surface_;

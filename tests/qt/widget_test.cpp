@@ -3,7 +3,9 @@
 #include <fstream>
 #include <sstream>
 
+#include <QMetaProperty>
 #include <QPainter>
+#include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -205,6 +207,56 @@ TEST(QtWidget, AnimatedStripShowsItsFramesInTurnOnItsTimer)
         shown.push_back(static_cast<int>(std::find(std::begin(colours), std::end(colours), pixel) - std::begin(colours)));
     }
     EXPECT_EQ(shown, (std::vector<int> { 0, 1, 2, 3, 0 }));
+}
+
+TEST(QtWidget, PropertiesByNameGoThroughThePanelsSets)
+{
+    VexPanelWidget widget;
+    std::vector<QString> boxes;
+    widget.setMessageBoxHandler([&](const QString& text, const QString&, int) {
+        boxes.push_back(text);
+        return 1;
+    });
+    control::VexPanel& panel = widget.panel();
+    QSignalSpy captionChanged(&widget, &VexPanelWidget::CaptionChanged);
+
+    EXPECT_TRUE(widget.setProperty("Caption", QStringLiteral("Ready")));
+    EXPECT_EQ(panel.Caption(), "Ready");
+    EXPECT_EQ(captionChanged.count(), 1);
+    // Enumerations by value and by member name.
+    EXPECT_TRUE(widget.setProperty("Appearance", QVariant::fromValue(VexPanelWidget::TypeAppearance::Custom)));
+    EXPECT_EQ(panel.Appearance(), model::TypeAppearance::Custom);
+    EXPECT_TRUE(widget.setProperty("CaptionAlignment", QStringLiteral("RightBottom")));
+    EXPECT_EQ(widget.property("CaptionAlignment").value<VexPanelWidget::TypeAlignment>(), VexPanelWidget::TypeAlignment::RightBottom);
+    // The set rules: a clamp, and a rejected delay that leaves the value.
+    widget.setProperty("CustomBorderRadio", -5);
+    EXPECT_EQ(panel.CustomBorderRadio(), 0);
+    widget.setProperty("PictureAnimDelay", 0);
+    EXPECT_EQ(panel.PictureAnimDelay(), 100);
+    EXPECT_EQ(boxes.size(), 1u);
+    // A system colour stays one.
+    widget.setProperty("BackColor", 0x80000005u);
+    EXPECT_EQ(panel.BackColor(), 0x80000005u);
+    EXPECT_EQ(widget.property("BackColor").toUInt(), 0x80000005u);
+
+    // Every property reads, and writing back what it reads changes nothing.
+    const QMetaObject& meta = *widget.metaObject();
+    int count = 0;
+    for (int i = VexPanelProperties::staticMetaObject.propertyOffset(); i < meta.propertyCount(); ++i, ++count) {
+        const QMetaProperty property = meta.property(i);
+        SCOPED_TRACE(property.name());
+        const QVariant value = property.read(&widget);
+        ASSERT_TRUE(value.isValid());
+        if (property.isWritable()) {
+            property.write(&widget, value);
+            const QVariant again = property.read(&widget);
+            if (value.metaType() == QMetaType::fromType<QPixmap>())
+                EXPECT_EQ(again.value<QPixmap>().toImage(), value.value<QPixmap>().toImage());
+            else
+                EXPECT_EQ(again, value);
+        }
+    }
+    EXPECT_GE(count, 60);
 }
 
 } // namespace
