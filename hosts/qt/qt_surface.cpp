@@ -8,7 +8,6 @@
 #include <QWidget>
 
 #include "qt/qt_pictures.h"
-#include "render/colour.h"
 
 namespace vex::qt {
 
@@ -55,10 +54,6 @@ QtSurface::QtSurface(QWidget& widget)
     const int32_t block = NextHandleBlock();
     hwnd_ = block;
     hdc_ = block + 1;
-    dc_->SelectBrush(platform::Brush::Hollow());
-    dc_->SetBkMode(platform::kBkTransparent);
-    dc_->SelectFont(font_);
-    dc_->SetTextColor(render::TranslateColor(foreColor_, *dc_));
 }
 
 platform::DeviceContext& QtSurface::Dc()
@@ -70,22 +65,8 @@ platform::DeviceContext& QtSurface::Dc()
     return *dc_;
 }
 
-void QtSurface::SetForeColor(OleColor color)
-{
-    foreColor_ = color;
-    dc_->SetTextColor(render::TranslateColor(color, *dc_));
-}
-
-void QtSurface::SetFont(const platform::FontDesc& font)
-{
-    font_ = font;
-    dc_->SelectFont(font);
-}
-
 void QtSurface::SetCursor(int16_t pointer, const platform::PictureRef& icon)
 {
-    mousePointer_ = pointer;
-    mouseIcon_ = icon;
     constexpr int16_t kCustom = 99;
     if (pointer == kCustom && icon) {
         const QImage image = ToQImage(*icon);
@@ -98,12 +79,6 @@ void QtSurface::SetCursor(int16_t pointer, const platform::PictureRef& icon)
         widget_.unsetCursor();
     else
         widget_.setCursor(ShapeOf(pointer));
-}
-
-void QtSurface::Cls()
-{
-    const ColorRef color = render::TranslateColor(backColor_, *dc_);
-    Dc().FillRect(platform::Rect { 0, 0, size_.width, size_.height }, platform::Brush::Solid(color));
 }
 
 void QtSurface::Refresh() { widget_.update(); }

@@ -26,22 +26,7 @@ public:
     double ScaleHeight() override { return size_.height; }
 
     // The cursor shown over the window: a standard pointer code, or with 99 the icon.
-    void SetCursor(int16_t pointer, const platform::PictureRef& icon);
-
-    // FIXME: the colours, the font, the pointer and the clear move into the control; these stay
-    // without `override` so that this surface serves the contract before and after the move.
-    // Remove them once the control holds them.
-    OleColor BackColor() { return backColor_; }
-    void SetBackColor(OleColor color) { backColor_ = color; }
-    OleColor ForeColor() { return foreColor_; }
-    void SetForeColor(OleColor color);
-    platform::FontDesc Font() { return font_; }
-    void SetFont(const platform::FontDesc& font);
-    int16_t MousePointer() { return mousePointer_; }
-    void SetMousePointer(int16_t pointer) { SetCursor(pointer, mouseIcon_); }
-    platform::PictureRef MouseIcon() { return mouseIcon_; }
-    void SetMouseIcon(platform::PictureRef icon) { SetCursor(mousePointer_, std::move(icon)); }
-    void Cls();
+    void SetCursor(int16_t pointer, const platform::PictureRef& icon) override;
 
     void Refresh() override;
     void SetWindowEnabled(bool enabled) override;
@@ -65,11 +50,6 @@ private:
     platform::Size size_;
     int32_t hwnd_;
     int32_t hdc_;
-    OleColor backColor_ = 0x8000000F;
-    OleColor foreColor_ = 0x80000012;
-    platform::FontDesc font_;
-    int16_t mousePointer_ = 0;
-    platform::PictureRef mouseIcon_;
     QImage picture_;
     bool painted_ = false;
     bool pictureStale_ = true;
