@@ -157,17 +157,26 @@ std::unique_ptr<control::HostTimer> QtHost::CreateTimer(std::function<void()> ti
     return std::make_unique<QtTimer>(std::move(tick));
 }
 
-// The parent and the siblings below the control, as they paint themselves there now; the
-// control's own widget paints nothing meanwhile. Outside any parent there is nothing behind.
+// The parent and the siblings below the control, as they paint themselves there now. The
+// control's own widget and the siblings above it are left out (so none of them gets a paint
+// event). Outside any parent there is nothing behind.
 platform::PictureRef QtHost::CaptureBehind(int32_t width, int32_t height)
 {
     QImage image(std::max(width, 0), std::max(height, 0), QImage::Format_RGB32);
     image.fill(Qt::black);
     if (QWidget* parent = widget_.parentWidget(); parent && !image.isNull()) {
-        capturing = true;
         const QRect area(widget_.pos(), QSize(width, height));
-        parent->render(&image, QPoint(0, 0), QRegion(area), QWidget::DrawWindowBackground | QWidget::DrawChildren);
-        capturing = false;
+        parent->render(&image, QPoint(0, 0), QRegion(area), QWidget::DrawWindowBackground);
+        for (QObject* child : parent->children()) { // bottom to top
+            if (child == &widget_)
+                break;
+            auto* sibling = qobject_cast<QWidget*>(child);
+            if (!sibling || !sibling->isVisible() || sibling->isWindow() || !sibling->geometry().intersects(area))
+                continue;
+            const QRect part = sibling->geometry().intersected(area);
+            sibling->render(&image, part.topLeft() - area.topLeft(), QRegion(part.translated(-sibling->pos())),
+                QWidget::DrawWindowBackground | QWidget::DrawChildren);
+        }
     }
     return platform::Picture::FromBitmap(ToDib(image));
 }

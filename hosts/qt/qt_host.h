@@ -55,8 +55,6 @@ public:
     std::function<void(const std::string&)> onPropertyChanged;
     // Replaces the dialog (tests, tools): gets text, title and flags, returns the button.
     std::function<int32_t(const std::string&, const std::string&, int32_t)> messageBoxHandler;
-    // While the pixels behind the control are captured, the widget paints nothing.
-    bool capturing = false;
     QtForm form;
 
 private:

@@ -212,8 +212,6 @@ bool VexPanelWidget::event(QEvent* event)
 // does not run the painters (an animation's frame would be lost).
 void VexPanelWidget::paintEvent(QPaintEvent*)
 {
-    if (host_->capturing)
-        return;
     if (!surface_->Painted())
         Guarded([&] { panel_->OnPaint(); });
     QPainter painter(this);

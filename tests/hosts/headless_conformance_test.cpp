@@ -26,6 +26,7 @@ public:
         host_.backdrop = std::move(form);
         host_.controlOffset = controlOrigin;
     }
+    void Flush() { } // everything happens as it is asked for
     const std::vector<std::string>& Notifications() { return host_.notifications; }
     int Presents() { return presents_; }
     platform::Dib Shown() { return surface_.Dc().Snapshot(); }

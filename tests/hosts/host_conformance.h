@@ -12,6 +12,8 @@
 //       void ActivateForm();                            // the parent form's Activate
 //       void UnloadForm();                              // ... and its Unload
 //       void SetBehind(platform::PictureRef form, platform::Point controlOrigin); // the form's pixels
+//       void Flush();                                   // what the host does later (a toolkit's
+//                                                       // posted paints and events) is done now
 //       const std::vector<std::string>& Notifications(); // "property changed" names received
 //       int Presents();                                 // how often the surface was presented
 //       platform::Dib Shown();                          // what the host shows of the control
@@ -93,6 +95,7 @@ protected:
         kit.Panel().ReadProperties(bag);
         kit.Panel().OnResize();
         kit.Panel().OnShow();
+        kit.Flush();
     }
 
     static constexpr platform::Size kClient { 48, 24 };
@@ -122,9 +125,11 @@ TYPED_TEST_P(HostConformance, RefreshPresentsWithoutRepainting)
     this->Load(bag);
     const int presents = this->kit.Presents();
     this->kit.ActivateForm(); // paints once, capturing what lies behind
+    this->kit.Flush();
     EXPECT_GT(this->kit.Presents(), presents);
     const platform::Dib shown = this->kit.Shown();
     this->kit.Panel().Refresh();
+    this->kit.Flush();
     EXPECT_EQ(Differences(this->kit.Shown(), shown), 0);
     EXPECT_EQ(this->kit.Presents(), presents + 2);
 }
@@ -168,6 +173,7 @@ TYPED_TEST_P(HostConformance, ATransparentPanelShowsWhatLiesBehindIt)
     this->kit.SetBehind(form, { 5, 7 });
     this->Load(bag);
     this->kit.ActivateForm();
+    this->kit.Flush();
     const platform::Dib shown = this->kit.Shown();
     for (platform::Point at : { platform::Point { 0, 0 }, platform::Point { 47, 23 }, platform::Point { 20, 9 } })
         EXPECT_EQ(shown.pixel(at.x, at.y), form->bitmap().pixel(at.x + 5, at.y + 7)) << at.x << "," << at.y;
@@ -185,6 +191,7 @@ TYPED_TEST_P(HostConformance, WholePanelsLookAsOnTheHeadlessHost)
         kit.Panel().OnShow();
         kit.ActivateForm();
         kit.Panel().Refresh();
+        kit.Flush();
         EXPECT_EQ(Differences(kit.Shown(), HeadlessReference(bag, { 220, 80 })), 0);
     }
 }
