@@ -60,7 +60,7 @@ foreach(row IN LISTS rows)
     set(qtype float)
     set(kind Single)
   elseif(type STREQUAL "OleColor")
-    set(qtype uint)
+    set(qtype QColor)
     set(kind Colour)
   elseif(type STREQUAL "std::string")
     set(qtype QString)
@@ -118,8 +118,10 @@ set(text "#pragma once
 // Generated from model/property_table.h and model/enums.h by hosts/qt/generate_properties.cmake:
 // do not edit. The panel's ${count} properties as Qt properties under their exact names, each read
 // and written by name through the control's own sets (qt_properties.cpp); the enumerations as
-// Q_ENUMs. Colours are OLE colours (system colours kept), the font a QFont, pictures QPixmaps.
+// Q_ENUMs. Colours are QColors (a system colour keeps its index, qt_colours.h), the font a QFont,
+// pictures QPixmaps.
 
+#include <QColor>
 #include <QFont>
 #include <QPixmap>
 #include <QWidget>
@@ -151,8 +153,8 @@ private:
     void WriteBool(const char* name, bool value);
     float ReadSingle(const char* name) const;
     void WriteSingle(const char* name, float value);
-    uint ReadColour(const char* name) const;
-    void WriteColour(const char* name, uint value);
+    QColor ReadColour(const char* name) const;
+    void WriteColour(const char* name, const QColor& value);
     QString ReadText(const char* name) const;
     void WriteText(const char* name, const QString& value);
     QFont ReadFont(const char* name) const;

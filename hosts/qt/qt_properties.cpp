@@ -6,6 +6,7 @@
 
 #include "base/runtime_error.h"
 #include "control/vex_panel.h"
+#include "qt/qt_colours.h"
 #include "qt/qt_pictures.h"
 
 namespace vex::qt {
@@ -69,14 +70,15 @@ void VexPanelProperties::WriteSingle(const char* name, float value)
 }
 
 // An OLE colour travels as a Long: the same 32 bits.
-uint VexPanelProperties::ReadColour(const char* name) const
+QColor VexPanelProperties::ReadColour(const char* name) const
 {
-    return static_cast<uint>(control::AsInt32(PropertyPanel().GetProperty(name)));
+    return ToQColor(static_cast<OleColor>(control::AsInt32(PropertyPanel().GetProperty(name))));
 }
 
-void VexPanelProperties::WriteColour(const char* name, uint value)
+void VexPanelProperties::WriteColour(const char* name, const QColor& value)
 {
-    Setting(name, [&] { PropertyPanel().SetProperty(name, control::PropertyValue(static_cast<int32_t>(value))); });
+    const auto colour = static_cast<int32_t>(ToOleColor(value));
+    Setting(name, [&] { PropertyPanel().SetProperty(name, control::PropertyValue(colour)); });
 }
 
 QString VexPanelProperties::ReadText(const char* name) const

@@ -234,10 +234,12 @@ TEST(QtWidget, PropertiesByNameGoThroughThePanelsSets)
     widget.setProperty("PictureAnimDelay", 0);
     EXPECT_EQ(panel.PictureAnimDelay(), 100);
     EXPECT_EQ(boxes.size(), 1u);
-    // A system colour stays one.
-    widget.setProperty("BackColor", 0x80000005u);
-    EXPECT_EQ(panel.BackColor(), 0x80000005u);
-    EXPECT_EQ(widget.property("BackColor").toUInt(), 0x80000005u);
+    // Colours: plain ones as they are, a system colour shown as its colour and kept as itself.
+    widget.setProperty("WinBackColor", QColor(0x12, 0x34, 0x56));
+    EXPECT_EQ(panel.WinBackColor(), 0x563412u);
+    widget.setProperty("BackColor", widget.property("Panel3DHighLight"));
+    EXPECT_EQ(panel.BackColor(), 0x80000014u);
+    EXPECT_EQ(widget.property("BackColor").value<QColor>().rgb(), qRgb(255, 255, 255));
 
     // Every property reads, and writing back what it reads changes nothing.
     const QMetaObject& meta = *widget.metaObject();
