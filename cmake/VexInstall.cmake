@@ -73,7 +73,7 @@ if(TARGET vexpanel_qt)
   install(TARGETS vexpanel_qt EXPORT VexPanelQtTargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-  install(FILES hosts/qt/vex_panel_widget.h ${PROJECT_BINARY_DIR}/generated/qt/vex_panel_properties.h
+  install(FILES hosts/qt/vex_panel_widget.h hosts/qt/pages_dialog.h ${PROJECT_BINARY_DIR}/generated/qt/vex_panel_properties.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vexpanel/qt)
   install(EXPORT VexPanelQtTargets NAMESPACE VexPanel:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/VexPanel)
 endif()
