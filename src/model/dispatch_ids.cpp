@@ -11,6 +11,12 @@ namespace {
 constexpr auto M = MemberKind::Method;
 constexpr auto E = MemberKind::Event;
 
+constexpr Parameter kDrawControl[] = { { "OptionCLS", ValueKind::Boolean } };
+constexpr Parameter kKey[] = { { "KeyCode", ValueKind::Int16 }, { "Shift", ValueKind::Int16 } };
+constexpr Parameter kKeyAscii[] = { { "KeyAscii", ValueKind::Int16 } };
+constexpr Parameter kMouse[] = { { "Button", ValueKind::Int16 }, { "Shift", ValueKind::Int16 },
+    { "x", ValueKind::Single }, { "y", ValueKind::Single } };
+
 // The properties in table order, with the methods where the interface places them: Refresh
 // after BackStyle, Acerca and DrawControl after Panel3DBorderColor.
 constexpr auto kInterface = [] {
@@ -22,8 +28,8 @@ constexpr auto kInterface = [] {
         if (info.name == "BackStyle")
             members[at++] = DispatchMember { "Refresh", M, 0x60030041 };
         if (info.name == "Panel3DBorderColor") {
-            members[at++] = DispatchMember { "Acerca", M, kDispidAboutBox };
-            members[at++] = DispatchMember { "DrawControl", M, 0x60030078 };
+            members[at++] = DispatchMember { "Acerca", M, kDispidAboutBox, false, false, 0, {}, true };
+            members[at++] = DispatchMember { "DrawControl", M, 0x60030078, false, false, 0, kDrawControl };
         }
     }
     return members;
@@ -35,14 +41,14 @@ static_assert(Info(PropertyId::Caption).dispid == kDispidCaption && Info(Propert
 constexpr std::array kEvents = {
     DispatchMember { "Click", E, 1 },
     DispatchMember { "DblClick", E, 2 },
-    DispatchMember { "KeyDown", E, 3 },
-    DispatchMember { "KeyPress", E, 4 },
-    DispatchMember { "KeyUp", E, 5 },
-    DispatchMember { "MouseDown", E, 6 },
-    DispatchMember { "MouseMove", E, 7 },
-    DispatchMember { "MouseUp", E, 8 },
-    DispatchMember { "MouseExit", E, 9 },
-    DispatchMember { "MouseEnter", E, 10 },
+    DispatchMember { "KeyDown", E, 3, false, false, 0, kKey },
+    DispatchMember { "KeyPress", E, 4, false, false, 0, kKeyAscii },
+    DispatchMember { "KeyUp", E, 5, false, false, 0, kKey },
+    DispatchMember { "MouseDown", E, 6, false, false, 0, kMouse },
+    DispatchMember { "MouseMove", E, 7, false, false, 0, kMouse },
+    DispatchMember { "MouseUp", E, 8, false, false, 0, kMouse },
+    DispatchMember { "MouseExit", E, 9, false, false, 0, kMouse },
+    DispatchMember { "MouseEnter", E, 10, false, false, 0, kMouse },
 };
 
 } // namespace

@@ -7,9 +7,17 @@
 #include <span>
 #include <string_view>
 
+#include "model/property_table.h"
+
 namespace vex::model {
 
 enum class MemberKind { Property, Method, Event };
+
+// A parameter of a method (by value) or of an event (by reference).
+struct Parameter {
+    std::string_view name;
+    ValueKind kind;
+};
 
 struct DispatchMember {
     std::string_view name;
@@ -18,6 +26,8 @@ struct DispatchMember {
     bool readOnly = false; // properties: Get only (hWnd, hDC)
     bool hidden = false;
     uint16_t flags = 0;    // properties: the table's PropertyFlag bits
+    std::span<const Parameter> parameters {}; // methods and events
+    bool returnsVariant = false;              // methods: Acerca's (always Empty) result
 };
 
 // Properties and methods in the order of the default interface.

@@ -8,7 +8,7 @@ namespace vex::model {
 
 namespace {
 
-#define VEX_NAME_MEMBER(identifier, name, value) EnumMember { name, value },
+#define VEX_NAME_MEMBER(identifier, name, value) EnumMember { #identifier, name, value },
 #define VEX_NAME_TABLE(Enum) constexpr EnumMember k##Enum[] = { VEX_MEMBERS_##Enum(VEX_NAME_MEMBER) };
 VEX_ENUMERATIONS(VEX_NAME_TABLE)
 #undef VEX_NAME_TABLE

@@ -9,6 +9,7 @@
 namespace vex::model {
 
 struct EnumMember {
+    std::string_view identifier; // the C++ member of enums.h
     std::string_view name;
     int32_t value;
 };

@@ -1,0 +1,134 @@
+#include "com_panel.h"
+
+#include <new>
+
+#include "com_errors.h"
+#include "module.h"
+
+namespace vex::activex {
+
+namespace {
+
+// A new control's extent until a container gives it one: the size a form gives a new panel.
+constexpr platform::Size kInitialSize { 120, 60 };
+
+} // namespace
+
+HRESULT ComPanel::Create(REFIID iid, void** object)
+{
+    *object = nullptr;
+    ComPanel* panel = nullptr;
+    HRESULT status = Guard([&] { panel = new ComPanel(); });
+    if (FAILED(status))
+        return status;
+    if (!panel->typeInfo_) {
+        panel->Release();
+        return TYPE_E_CANTLOADLIBRARY;
+    }
+    status = panel->QueryInterface(iid, object);
+    panel->Release();
+    return status;
+}
+
+ComPanel::ComPanel()
+    : window_(kInitialSize)
+{
+    TypeInfoOf(IID__VexPanel, &typeInfo_);
+    panel_ = std::make_unique<control::VexPanel>(host_, window_);
+    ObjectCreated();
+}
+
+ComPanel::~ComPanel()
+{
+    panel_.reset();
+    if (typeInfo_)
+        typeInfo_->Release();
+    ObjectDestroyed();
+}
+
+// ---- IUnknown ----------------------------------------------------------------------------------
+
+HRESULT ComPanel::QueryInterface(REFIID iid, void** object)
+{
+    if (!object)
+        return E_POINTER;
+    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == IID__VexPanel)
+        *object = static_cast<_VexPanel*>(this);
+    else if (iid == IID_ISupportErrorInfo)
+        *object = static_cast<ISupportErrorInfo*>(this);
+    else {
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    AddRef();
+    return S_OK;
+}
+
+ULONG ComPanel::AddRef() { return ++references_; }
+
+ULONG ComPanel::Release()
+{
+    ULONG left = --references_;
+    if (left == 0)
+        delete this;
+    return left;
+}
+
+// ---- IDispatch through the type information ---------------------------------------------------
+
+HRESULT ComPanel::GetTypeInfoCount(UINT* count)
+{
+    if (!count)
+        return E_POINTER;
+    *count = 1;
+    return S_OK;
+}
+
+HRESULT ComPanel::GetTypeInfo(UINT index, LCID, ITypeInfo** info)
+{
+    if (!info)
+        return E_POINTER;
+    *info = nullptr;
+    if (index != 0)
+        return DISP_E_BADINDEX;
+    typeInfo_->AddRef();
+    *info = typeInfo_;
+    return S_OK;
+}
+
+HRESULT ComPanel::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids)
+{
+    return DispGetIDsOfNames(typeInfo_, names, count, ids);
+}
+
+HRESULT ComPanel::Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+    EXCEPINFO* exception, UINT* argumentError)
+{
+    if (iid != IID_NULL)
+        return DISP_E_UNKNOWNINTERFACE;
+    SetErrorInfo(0, nullptr);
+    return typeInfo_->Invoke(static_cast<_VexPanel*>(this), id, flags, parameters, result, exception, argumentError);
+}
+
+HRESULT ComPanel::InterfaceSupportsErrorInfo(REFIID iid) { return iid == IID__VexPanel ? S_OK : S_FALSE; }
+
+// ---- Methods -----------------------------------------------------------------------------------
+
+HRESULT ComPanel::Refresh()
+{
+    return Guard([&] { panel_->Refresh(); });
+}
+
+HRESULT ComPanel::Acerca(VARIANT* result)
+{
+    if (result)
+        VariantInit(result); // always Empty
+    return Guard([&] { panel_->Acerca(); });
+}
+
+HRESULT ComPanel::DrawControl(VARIANT_BOOL OptionCLS)
+{
+    return Guard([&] { panel_->DrawControl(OptionCLS != VARIANT_FALSE); });
+}
+
+} // namespace vex::activex
