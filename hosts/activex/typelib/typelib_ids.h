@@ -20,6 +20,24 @@ inline constexpr const char* kProgId = "Vex_Panel.VexPanel";
 inline constexpr const char* kVersionedProgId = "Vex_Panel.VexPanel.1";
 inline constexpr const char* kClassName = "VexPanel";
 
+// Whether a published name is an identifier the IDL compiler takes.
+inline bool IsIdentifier(std::string_view name)
+{
+    if (name.empty() || (name[0] >= '0' && name[0] <= '9'))
+        return false;
+    for (char c : name)
+        if (!((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_'))
+            return false;
+    return true;
+}
+
+// A member's name in the library: its published name, bracketed when it carries blanks or a
+// hyphen ("[Size NE SW]", "[Arrow and Hourglass ]" with its trailing blank).
+inline std::string LibraryName(std::string_view name)
+{
+    return IsIdentifier(name) ? std::string(name) : "[" + std::string(name) + "]";
+}
+
 // The identifier an enumeration member is compiled under when its published name is not one:
 // "TypeMousePointer_IBeam" for "I-Beam".
 inline std::string StandIn(std::string_view enumeration, std::string_view identifier)

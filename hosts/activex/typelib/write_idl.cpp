@@ -48,16 +48,6 @@ std::string Id(int32_t dispid)
     return text;
 }
 
-bool IsIdentifier(std::string_view name)
-{
-    if (name.empty() || std::isdigit(static_cast<unsigned char>(name[0])))
-        return false;
-    for (char c : name)
-        if (!std::isalnum(static_cast<unsigned char>(c)) && c != '_')
-            return false;
-    return true;
-}
-
 void WriteEnumerations(std::ostream& out)
 {
     std::set<std::string_view> used;
@@ -130,7 +120,11 @@ int main(int argc, char** argv)
            "import \"oaidl.idl\";\n"
            "import \"ocidl.idl\";\n\n"
         << "[uuid(" << kLibraryId << "), version(" << kLibraryVersion << "), helpstring(\"" << kLibraryHelp << "\")]\n"
-        << "library Vex_Panel\n{\n    importlib(\"stdole2.tlb\");\n\n";
+        << "library Vex_Panel\n{\n    importlib(\"stdole2.tlb\");\n\n"
+        // Containers know a colour property by its type: the alias OLE_COLOR under the standard
+        // colour GUID (the IDL compiler would otherwise write the plain unsigned long it
+        // stands for).
+        << "    typedef [uuid(66504301-BE0F-101A-8BBB-00AA00300CAB), public] unsigned long OLE_COLOR;\n\n";
     WriteEnumerations(out);
 
     out << "    [uuid(" << kInterfaceId << "), version(" << kLibraryVersion
