@@ -36,3 +36,24 @@ ExternalProject_Add(vexpanel-win32
   INSTALL_COMMAND ""
   BUILD_ALWAYS ON
   USES_TERMINAL_BUILD ON)
+
+# The x86 build of the ActiveX control (classic containers are 32-bit): only the server is built
+# there. It cannot run under the 64-bit test prefix; tests/activex reads its exports and its type
+# library.
+set(VEX_WIN32_X86_BINARY_DIR ${CMAKE_BINARY_DIR}/win32-x86)
+find_program(VEX_MINGW32_CXX i686-w64-mingw32-g++)
+if(NOT VEX_MINGW32_CXX)
+  message(FATAL_ERROR "The x86 ActiveX build needs i686-w64-mingw32-g++ (mingw-w64; run scripts/bootstrap).")
+endif()
+set(vex_win32_x86_args ${vex_win32_args})
+list(TRANSFORM vex_win32_x86_args REPLACE "toolchain-mingw64" "toolchain-mingw32")
+list(APPEND vex_win32_x86_args -DVEXPANEL_TESTS=OFF -DVEXPANEL_BENCH=OFF)
+ExternalProject_Add(vexpanel-win32-x86
+  SOURCE_DIR ${PROJECT_SOURCE_DIR}
+  BINARY_DIR ${VEX_WIN32_X86_BINARY_DIR}
+  CMAKE_GENERATOR ${CMAKE_GENERATOR}
+  CMAKE_ARGS ${vex_win32_x86_args}
+  BUILD_COMMAND ${CMAKE_COMMAND} --build <BINARY_DIR> --target vexpanel-activex
+  INSTALL_COMMAND ""
+  BUILD_ALWAYS ON
+  USES_TERMINAL_BUILD ON)
