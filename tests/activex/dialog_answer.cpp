@@ -28,9 +28,10 @@ int wmain(int argc, wchar_t** argv)
     const wchar_t* done = argv[1];
     const int seconds = _wtoi(argv[2]);
     for (int waited = 0; waited < seconds * 20; ++waited) {
-        if (HWND dialog = FindWindowW(L"#32770", nullptr)) {
-            wchar_t title[256] {}, text[512] {};
-            GetWindowTextW(dialog, title, 255);
+        HWND dialog = FindWindowW(L"#32770", nullptr);
+        wchar_t title[256] {}, text[512] {};
+        // A dialog being made has no title or text yet: answer it once it is shown.
+        if (dialog && IsWindowVisible(dialog) && GetWindowTextW(dialog, title, 255) > 0) {
             GetDlgItemTextW(dialog, 0xFFFF, text, 511); // a message box's text is its static 0xFFFF
             std::wstring line;
             for (const wchar_t* c = text; *c; ++c) // one line per dialog: " / " between its lines
