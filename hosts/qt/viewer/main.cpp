@@ -69,6 +69,7 @@ int main(int argc, char** argv)
     if (window.panelCount() == 0)
         return 1;
     window.show();
+    window.activateWindow(); // the form's activation starts animations and captures (needed without a window manager)
     if (!screenshot.isEmpty()) {
         QTimer::singleShot(600, &window, [&] {
             if (!window.grab().save(screenshot)) {
