@@ -6,7 +6,11 @@
 #include <QPainter>
 #include <QPluginLoader>
 #include <QTemporaryDir>
-#include <QtDesigner/QDesignerCustomWidgetInterface>
+#include <QAction>
+#include <QtUiPlugin/QDesignerCustomWidgetInterface>
+#include <QtDesigner/QDesignerFormEditorInterface>
+#include <QtDesigner/QDesignerTaskMenuExtension>
+#include <QtDesigner/QExtensionManager>
 #include <QtDesigner/QFormBuilder>
 #include <gtest/gtest.h>
 
@@ -36,6 +40,16 @@ TEST(QtDesigner, ThePluginLoadsAndMakesThePanel)
     EXPECT_STREQ(widget->metaObject()->className(), "vex::qt::VexPanelWidget");
     EXPECT_TRUE(widget->setProperty("Caption", QStringLiteral("From the plugin")));
     EXPECT_EQ(widget->property("Caption").toString(), "From the plugin");
+
+    // Initialised by Designer's core, it gives the panel its task menu.
+    struct Core : QDesignerFormEditorInterface {
+        Core() { setExtensionManager(new QExtensionManager(this)); }
+    } core;
+    plugin->initialize(&core);
+    auto* menu = qt_extension<QDesignerTaskMenuExtension*>(core.extensionManager(), widget.get());
+    ASSERT_NE(menu, nullptr);
+    ASSERT_EQ(menu->taskActions().size(), 1);
+    EXPECT_EQ(menu->taskActions()[0]->text(), "Property Pages...");
 }
 
 // A form builder that saves as Designer does: names and geometries, and the panel's stored
