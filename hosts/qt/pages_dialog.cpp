@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFontDialog>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -176,6 +177,12 @@ private:
             }
             }
         }
+        if (spec.name == "StandardFont") {
+            auto* choose = new QPushButton(QStringLiteral("Choose font..."));
+            choose->setObjectName(QStringLiteral("cmdChooseFont"));
+            QObject::connect(choose, &QPushButton::clicked, [this] { ChooseFont(); });
+            form->addRow(QString(), choose);
+        }
         if (auto* image = dynamic_cast<pages::ImagePage*>(model_.get())) {
             auto* clear = new QPushButton(QStringLiteral("Clear picture"));
             clear->setObjectName(QStringLiteral("cmdClearPicture"));
@@ -214,6 +221,31 @@ private:
         });
         row->addWidget(browse);
         return box;
+    }
+
+    // The font dialog fills the font page's editors (the page still writes them on Apply).
+    void ChooseFont()
+    {
+        const auto text = [this](const char* editor) { return QString::fromStdString(model_->Editor(*model_->Find(editor)).text); };
+        const auto checked = [this](const char* editor) { return model_->Editor(*model_->Find(editor)).check == 1; };
+        QFont start(text("txtFontName"));
+        start.setPointSizeF(std::max(1.0, text("txtFontSize").toDouble()));
+        start.setBold(checked("chkFontBold"));
+        start.setItalic(checked("chkFontItalic"));
+        start.setUnderline(checked("chkFontUnderline"));
+        start.setStrikeOut(checked("chkFontStrikethru"));
+        bool chosen = false;
+        const QFont font = QFontDialog::getFont(&chosen, start, widget_, QStringLiteral("Font"));
+        if (!chosen)
+            return;
+        Edit([&] {
+            model_->Type(*model_->Find("txtFontName"), font.family().toStdString());
+            model_->Type(*model_->Find("txtFontSize"), QString::number(font.pointSizeF()).toStdString());
+            model_->Check(*model_->Find("chkFontBold"), font.bold() ? 1 : 0);
+            model_->Check(*model_->Find("chkFontItalic"), font.italic() ? 1 : 0);
+            model_->Check(*model_->Find("chkFontUnderline"), font.underline() ? 1 : 0);
+            model_->Check(*model_->Find("chkFontStrikethru"), font.strikeOut() ? 1 : 0);
+        });
     }
 
     void PickColour(size_t index)
