@@ -20,6 +20,7 @@ public:
     {
         form_->resize(client.width + 40, client.height + 40);
         form_->show();
+        form_->activateWindow(); // a display without a window manager activates nothing itself
         EXPECT_TRUE(QTest::qWaitForWindowActive(form_.get()));
         widget_ = new qt::VexPanelWidget(form_.get());
         widget_->setGeometry(10, 10, client.width, client.height);
