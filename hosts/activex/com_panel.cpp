@@ -31,18 +31,34 @@ HRESULT ComPanel::Create(REFIID iid, void** object)
 }
 
 ComPanel::ComPanel()
-    : window_(kInitialSize)
+    : window_(*this, kInitialSize)
+    , events_(*this, DIID___VexPanel)
+    , propertyNotify_(*this, IID_IPropertyNotifySink)
 {
     TypeInfoOf(IID__VexPanel, &typeInfo_);
+    extent_ = { MulDiv(kInitialSize.width, 2540, 96), MulDiv(kInitialSize.height, 2540, 96) };
+    host_.window = &window_;
+    host_.onPropertyChanged = [this](const std::string& name) { OnPropertyChanged(name); };
     panel_ = std::make_unique<control::VexPanel>(host_, window_);
+    panel_->SetEventSink(this);
     ObjectCreated();
 }
 
 ComPanel::~ComPanel()
 {
+    Guard([&] { panel_->OnTerminate(); });
+    window_.Destroy();
     panel_.reset();
     if (typeInfo_)
         typeInfo_->Release();
+    if (viewSink_)
+        viewSink_->Release();
+    if (adviseHolder_)
+        adviseHolder_->Release();
+    if (inPlaceSite_)
+        inPlaceSite_->Release();
+    if (site_)
+        site_->Release();
     ObjectDestroyed();
 }
 
@@ -56,6 +72,22 @@ HRESULT ComPanel::QueryInterface(REFIID iid, void** object)
         *object = static_cast<_VexPanel*>(this);
     else if (iid == IID_ISupportErrorInfo)
         *object = static_cast<ISupportErrorInfo*>(this);
+    else if (iid == IID_IProvideClassInfo || iid == IID_IProvideClassInfo2)
+        *object = static_cast<IProvideClassInfo2*>(this);
+    else if (iid == IID_IConnectionPointContainer)
+        *object = static_cast<IConnectionPointContainer*>(this);
+    else if (iid == IID_IOleObject)
+        *object = static_cast<IOleObject*>(this);
+    else if (iid == IID_IOleWindow || iid == IID_IOleInPlaceObject)
+        *object = static_cast<IOleInPlaceObject*>(this);
+    else if (iid == IID_IOleInPlaceActiveObject)
+        *object = static_cast<IOleInPlaceActiveObject*>(this);
+    else if (iid == IID_IOleControl)
+        *object = static_cast<IOleControl*>(this);
+    else if (iid == IID_IViewObject || iid == IID_IViewObject2)
+        *object = static_cast<IViewObject2*>(this);
+    else if (iid == IID_IPersist || iid == IID_IPersistStreamInit)
+        *object = static_cast<IPersistStreamInit*>(this);
     else {
         *object = nullptr;
         return E_NOINTERFACE;

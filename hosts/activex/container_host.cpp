@@ -143,39 +143,19 @@ std::unique_ptr<control::HostTimer> ContainerHost::CreateTimer(std::function<voi
     return std::make_unique<ThreadTimer>(std::move(tick));
 }
 
-// Without a window of its own there is nothing of the container behind the control: black, as a
-// fresh bitmap is.
+void ContainerHost::SetExtenderVisible(bool visible)
+{
+    if (window)
+        window->Show(visible);
+}
+
+// The container's pixels under the control; without a window there is nothing of the container
+// behind it: black, as a fresh bitmap is.
 platform::PictureRef ContainerHost::CaptureBehind(int32_t width, int32_t height)
 {
+    if (window && window->handle())
+        return window->CaptureParent(width, height);
     return platform::Picture::FromBitmap(platform::Dib(width, height, 32, true));
-}
-
-// ---- The window ----------------------------------------------------------------------------------
-
-ControlWindow::ControlWindow(platform::Size size) { Resize(size); }
-
-void ControlWindow::Resize(platform::Size size)
-{
-    size_ = size;
-    dc_ = platform::win32::CreateSurface(size.width, size.height);
-}
-
-int32_t ControlWindow::hDC()
-{
-    // Handles are 32-bit values sign-extended in a 64-bit process, so the low half names them.
-    return static_cast<int32_t>(reinterpret_cast<intptr_t>(static_cast<platform::win32::GdiContext&>(*dc_).handle()));
-}
-
-platform::Point ControlWindow::CursorPos()
-{
-    POINT point {};
-    GetCursorPos(&point);
-    return { point.x, point.y };
-}
-
-int32_t ControlWindow::WindowFromPoint(platform::Point screenPoint)
-{
-    return static_cast<int32_t>(reinterpret_cast<intptr_t>(::WindowFromPoint(POINT { screenPoint.x, screenPoint.y })));
 }
 
 } // namespace vex::activex

@@ -15,6 +15,7 @@
 
 #include "control/control_surface.h"
 #include "control/host.h"
+#include "control/vex_panel.h"
 
 namespace vex::activex {
 
@@ -30,6 +31,8 @@ private:
     std::vector<control::FormEventSink*> sinks_;
 };
 
+class ControlWindow;
+
 class ContainerHost : public control::Host {
 public:
     bool UserMode() override { return userMode; }
@@ -39,7 +42,7 @@ public:
     int32_t MessageBox(const std::string& text, const std::string& title, int32_t flags) override;
     void ShowAboutBox() override;
     void DoEvents() override;
-    void SetExtenderVisible(bool visible) override { }
+    void SetExtenderVisible(bool visible) override;
     std::unique_ptr<control::HostTimer> CreateTimer(std::function<void()> tick) override;
     control::ParentForm& Parent() override { return form; }
     platform::PictureRef CaptureBehind(int32_t width, int32_t height) override;
@@ -49,36 +52,67 @@ public:
     platform::FontDesc ambientFont;
     std::string displayName = "VexPanel1";
     HWND owner = nullptr; // the window that owns the control's dialogs
+    ControlWindow* window = nullptr; // the control's window (visibility, capture)
     ContainerForm form;
     std::function<void(const std::string&)> onPropertyChanged;
 };
 
+// The panel's window. The picture the panel paints is kept in a memory surface of the client
+// size (the persistent picture); the window presents it on WM_PAINT and on Refresh. Until a
+// container gives the control a window (in-place activation), only the memory surface exists
+// and the window queries answer for no window at all.
 class ControlWindow : public control::ControlSurface {
 public:
-    explicit ControlWindow(platform::Size size);
+    // What the window relays to its owner: the panel's notifications and input.
+    struct Owner {
+        virtual ~Owner() = default;
+        virtual control::VexPanel* Panel() = 0;
+        virtual void OnWindowFocus(bool gained) = 0;
+    };
+
+    ControlWindow(Owner& owner, platform::Size size);
+    ~ControlWindow() override;
 
     platform::DeviceContext& Dc() override { return *dc_; }
     int32_t hDC() override;
-    int32_t hWnd() override { return 0; }
+    int32_t hWnd() override;
     platform::Size ClientSize() override { return size_; }
     double ScaleWidth() override { return size_.width; }
     double ScaleHeight() override { return size_.height; }
-    void Refresh() override { }
-    void SetWindowEnabled(bool enabled) override { enabled_ = enabled; }
-    bool WindowEnabled() override { return enabled_; }
-    void SetCursor(int16_t pointer, const platform::PictureRef& icon) override { }
-    void ReleaseWindowRegions() override { }
-    platform::Point ClientToScreen(platform::Point point) override { return point; }
+    void Refresh() override;
+    void SetWindowEnabled(bool enabled) override;
+    bool WindowEnabled() override;
+    void SetCursor(int16_t pointer, const platform::PictureRef& icon) override;
+    void ReleaseWindowRegions() override;
+    platform::Point ClientToScreen(platform::Point point) override;
     platform::Point CursorPos() override;
     int32_t WindowFromPoint(platform::Point screenPoint) override;
 
-    // A new extent: a memory surface of that size, black until painted.
+    // A new size: a memory surface of that size (black until painted) and the window moved.
     void Resize(platform::Size size);
+    // Makes the window, a child of parent at rect (client pixels of the parent); the panel gets
+    // Resize and Show as a form gives them.
+    bool Create(HWND parent, const RECT& rect);
+    void Destroy();
+    HWND handle() const { return window_; }
+    void Show(bool visible);
+    // The parent's pixels under the window (its window DC), width x height from its origin.
+    platform::PictureRef CaptureParent(int32_t width, int32_t height);
+    // Copies the picture into another device context (a container's, for IViewObject::Draw).
+    void DrawInto(HDC target, const RECT& bounds);
 
 private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    void Present(HDC target);
+
+    Owner& owner_;
     std::unique_ptr<platform::DeviceContext> dc_;
     platform::Size size_;
+    HWND window_ = nullptr;
     bool enabled_ = true;
+    int16_t pointer_ = 0;
+    HCURSOR customCursor_ = nullptr;
 };
 
 // UTF-8 <-> UTF-16, as the panel keeps text and Windows takes it.

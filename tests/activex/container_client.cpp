@@ -1,0 +1,326 @@
+// A container for the control, as a form hosts it: Wine's ATL host window (AtlAxWin) places the
+// registered control in a window, loads it from a stream, and the program drives it.
+//     activex-client events                  events with by-reference changes, classinfo, stream
+//     activex-client render DIR W H FILE...  each .vxp loaded into a W x H control; the
+//                                            control window's pixels to DIR/<name>.bmp
+// Prints "FAIL ..." per difference and "PASS <mode>" when there was none; exits 1 on failure.
+#include <windows.h>
+#include <ocidl.h>
+#include <olectl.h>
+
+#include <initguid.h>
+
+#include "Vex_Panel_h.h"
+
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "model/dispatch_ids.h"
+#include "typelib_ids.h"
+
+extern "C" {
+BOOL WINAPI AtlAxWinInit();
+HRESULT WINAPI AtlAxCreateControlEx(const WCHAR* name, HWND window, IStream* stream, IUnknown** container,
+    IUnknown** control, REFIID sinkIid, IUnknown* sink);
+}
+
+namespace {
+
+int gFailures = 0;
+
+template <typename... Args>
+void Fail(const char* format, Args... args)
+{
+    std::printf("FAIL ");
+    std::printf(format, args...);
+    std::printf("\n");
+    std::fflush(stdout);
+    ++gFailures;
+}
+
+void Pump(int milliseconds)
+{
+    DWORD end = GetTickCount() + static_cast<DWORD>(milliseconds);
+    do {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+        Sleep(1);
+    } while (GetTickCount() < end);
+}
+
+// A .vxp's text as the stream the control saves to and loads from: "VXP1", the length, the text.
+IStream* StreamOf(const std::string& text)
+{
+    IStream* stream = nullptr;
+    CreateStreamOnHGlobal(nullptr, TRUE, &stream);
+    uint32_t length = static_cast<uint32_t>(text.size());
+    stream->Write("VXP1", 4, nullptr);
+    stream->Write(&length, 4, nullptr);
+    stream->Write(text.data(), length, nullptr);
+    LARGE_INTEGER start {};
+    stream->Seek(start, STREAM_SEEK_SET, nullptr);
+    return stream;
+}
+
+// A form with the control on it, width x height at (10, 10) of the form's client area.
+struct Form {
+    HWND window = nullptr;
+    HWND host = nullptr;
+    IUnknown* control = nullptr;
+
+    Form(int width, int height, IStream* stream)
+    {
+        WNDCLASSW windowClass {};
+        windowClass.lpfnWndProc = DefWindowProcW;
+        windowClass.hInstance = GetModuleHandleW(nullptr);
+        windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+        windowClass.lpszClassName = L"VexTestForm";
+        RegisterClassW(&windowClass);
+        window = CreateWindowExW(0, L"VexTestForm", L"Form1", WS_POPUP | WS_VISIBLE, 0, 0, width + 20, height + 20, nullptr,
+            nullptr, GetModuleHandleW(nullptr), nullptr);
+        host = CreateWindowExW(0, L"AtlAxWin", L"", WS_CHILD | WS_VISIBLE, 10, 10, width, height, window, nullptr,
+            GetModuleHandleW(nullptr), nullptr);
+        IUnknown* container = nullptr;
+        HRESULT status = AtlAxCreateControlEx(L"Vex_Panel.VexPanel", host, stream, &container, &control, IID_NULL, nullptr);
+        if (FAILED(status) || !control)
+            Fail("AtlAxCreateControlEx: %#lx", static_cast<unsigned long>(status));
+        if (container)
+            container->Release();
+        Pump(100);
+    }
+    ~Form()
+    {
+        if (control)
+            control->Release();
+        DestroyWindow(window);
+        Pump(20);
+    }
+    HWND ControlWindow() const
+    {
+        HWND result = nullptr;
+        IOleWindow* ole = nullptr;
+        if (control && SUCCEEDED(control->QueryInterface(IID_IOleWindow, reinterpret_cast<void**>(&ole)))) {
+            ole->GetWindow(&result);
+            ole->Release();
+        }
+        return result;
+    }
+};
+
+// ---- events ------------------------------------------------------------------------------------
+
+// An event sink that records each event with its arguments and may change them.
+class Sink final : public IDispatch {
+public:
+    std::vector<std::string> seen;
+    std::function<void(DISPID, DISPPARAMS*)> change;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    {
+        if (iid == IID_IUnknown || iid == IID_IDispatch || iid == DIID___VexPanel) {
+            *object = this;
+            return S_OK;
+        }
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { *count = 0; return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*, UINT*) override
+    {
+        std::string line;
+        for (const vex::model::DispatchMember& event : vex::model::EventMembers())
+            if (event.dispid == id)
+                line = std::string(event.name);
+        // The arguments come last first.
+        for (UINT i = parameters->cArgs; i-- > 0;) {
+            VARIANT& argument = parameters->rgvarg[i];
+            if (V_VT(&argument) == (VT_I2 | VT_BYREF))
+                line += " " + std::to_string(*V_I2REF(&argument));
+            else if (V_VT(&argument) == (VT_R4 | VT_BYREF))
+                line += " " + std::to_string(static_cast<int>(*V_R4REF(&argument)));
+            else
+                line += " ?";
+        }
+        seen.push_back(line);
+        if (change)
+            change(id, parameters);
+        return S_OK;
+    }
+};
+
+std::string Joined(const std::vector<std::string>& lines)
+{
+    std::string all;
+    for (const std::string& line : lines)
+        all += line + "; ";
+    return all;
+}
+
+void Expect(const char* what, const std::vector<std::string>& seen, const std::string& expected)
+{
+    if (Joined(seen) != expected)
+        Fail("%s: %s, expected %s", what, Joined(seen).c_str(), expected.c_str());
+}
+
+int Events()
+{
+    Form form(120, 60, nullptr);
+    if (!form.control)
+        return 1;
+    HWND window = form.ControlWindow();
+    if (!window)
+        Fail("the control has no window in place");
+
+    IProvideClassInfo2* classInfo = nullptr;
+    GUID source {};
+    if (FAILED(form.control->QueryInterface(IID_IProvideClassInfo2, reinterpret_cast<void**>(&classInfo)))
+        || FAILED(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &source)) || source != DIID___VexPanel)
+        Fail("IProvideClassInfo2 does not name __VexPanel");
+    if (classInfo)
+        classInfo->Release();
+
+    IConnectionPointContainer* container = nullptr;
+    IConnectionPoint* point = nullptr;
+    if (FAILED(form.control->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container)))
+        || FAILED(container->FindConnectionPoint(DIID___VexPanel, &point))) {
+        Fail("no connection point for __VexPanel");
+        return 1;
+    }
+    // The first sink changes what it is given; the second sees the changes.
+    Sink first, second;
+    first.change = [](DISPID id, DISPPARAMS* parameters) {
+        if (id == 4) // KeyPress: KeyAscii = 0
+            *V_I2REF(&parameters->rgvarg[0]) = 0;
+        if (id == 6) { // MouseDown: Button = 7, y = 99
+            *V_I2REF(&parameters->rgvarg[3]) = 7;
+            *V_R4REF(&parameters->rgvarg[0]) = 99.0f;
+        }
+    };
+    DWORD firstCookie = 0, secondCookie = 0;
+    point->Advise(&first, &firstCookie);
+    point->Advise(&second, &secondCookie);
+
+    SendMessageW(window, WM_CHAR, 'A', 0);
+    SendMessageW(window, WM_KEYDOWN, VK_F2, 0);
+    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, 20));
+    SendMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(10, 20));
+    Expect("the first sink", first.seen, "KeyPress 65; KeyDown 113 0; MouseDown 1 0 10 20; MouseUp 1 0 10 20; Click; ");
+    Expect("the second sink", second.seen, "KeyPress 0; KeyDown 113 0; MouseDown 7 0 10 99; MouseUp 1 0 10 20; Click; ");
+
+    // MouseEnter on the first move inside, MouseMove after; MouseExit once the pointer has left
+    // (the control polls the cursor).
+    first.seen.clear();
+    POINT inside { 30, 30 };
+    ClientToScreen(window, &inside);
+    SetCursorPos(inside.x, inside.y);
+    Pump(50); // the system reports the cursor's jump as a move
+    if (first.seen.empty()) // a system that does not: the move by hand
+        SendMessageW(window, WM_MOUSEMOVE, 0, MAKELPARAM(30, 30));
+    SendMessageW(window, WM_MOUSEMOVE, 0, MAKELPARAM(31, 30));
+    SetCursorPos(inside.x + 500, inside.y + 500);
+    Pump(200);
+    Expect("enter and exit", first.seen, "MouseEnter 0 0 30 30; MouseMove 0 0 31 30; MouseExit 0 0 31 30; ");
+
+    point->Unadvise(secondCookie);
+    second.seen.clear();
+    SendMessageW(window, WM_CHAR, 'B', 0);
+    if (!second.seen.empty())
+        Fail("an unadvised sink heard %s", Joined(second.seen).c_str());
+    point->Unadvise(firstCookie);
+    point->Release();
+    container->Release();
+    return gFailures ? 1 : 0;
+}
+
+// ---- render ------------------------------------------------------------------------------------
+
+bool WriteBitmap(const std::string& path, HWND window, int width, int height)
+{
+    BITMAPINFOHEADER header {};
+    header.biSize = sizeof header;
+    header.biWidth = width;
+    header.biHeight = -height;
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    std::vector<uint8_t> pixels(static_cast<size_t>(width) * height * 4);
+    HDC source = GetDC(window);
+    HDC memory = CreateCompatibleDC(source);
+    void* bits = nullptr;
+    HBITMAP section = CreateDIBSection(memory, reinterpret_cast<BITMAPINFO*>(&header), DIB_RGB_COLORS, &bits, nullptr, 0);
+    HGDIOBJ old = SelectObject(memory, section);
+    BitBlt(memory, 0, 0, width, height, source, 0, 0, SRCCOPY);
+    GdiFlush();
+    std::memcpy(pixels.data(), bits, pixels.size());
+    SelectObject(memory, old);
+    DeleteObject(section);
+    DeleteDC(memory);
+    ReleaseDC(window, source);
+
+    BITMAPFILEHEADER file {};
+    file.bfType = 0x4D42;
+    file.bfOffBits = sizeof file + sizeof header;
+    file.bfSize = static_cast<DWORD>(file.bfOffBits + pixels.size());
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(&file), sizeof file);
+    out.write(reinterpret_cast<const char*>(&header), sizeof header);
+    out.write(reinterpret_cast<const char*>(pixels.data()), static_cast<std::streamsize>(pixels.size()));
+    return static_cast<bool>(out);
+}
+
+int Render(const std::string& directory, int width, int height, const std::vector<std::string>& files)
+{
+    for (const std::string& file : files) {
+        std::ifstream in(file, std::ios::binary);
+        std::stringstream text;
+        text << in.rdbuf();
+        if (!in) {
+            Fail("cannot read %s", file.c_str());
+            continue;
+        }
+        IStream* stream = StreamOf(text.str());
+        Form form(width, height, stream);
+        stream->Release();
+        HWND window = form.ControlWindow();
+        if (!window) {
+            Fail("%s: no control window", file.c_str());
+            continue;
+        }
+        std::string name = file.substr(file.find_last_of("/\\") + 1);
+        name = name.substr(0, name.rfind('.'));
+        if (!WriteBitmap(directory + "\\" + name + ".bmp", window, width, height))
+            Fail("cannot write %s.bmp", name.c_str());
+    }
+    return gFailures ? 1 : 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    OleInitialize(nullptr);
+    AtlAxWinInit();
+    std::string mode = argc > 1 ? argv[1] : "";
+    int status = 2;
+    if (mode == "events")
+        status = Events();
+    else if (mode == "render" && argc >= 5)
+        status = Render(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), std::vector<std::string>(argv + 5, argv + argc));
+    else
+        std::printf("usage: activex-client events | render DIR W H FILE...\n");
+    if (status == 0)
+        std::printf("PASS %s\n", mode.c_str());
+    OleUninitialize();
+    return status;
+}

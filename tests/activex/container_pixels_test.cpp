@@ -1,0 +1,73 @@
+// The control in Wine's ATL container against the headless render: every example panel of the
+// gallery that needs nothing from its container (no backdrop, picture file or animation ticks),
+// loaded from its .vxp into a 220 x 80 control, must show the window pixels the headless host
+// paints, pixel for pixel, text included. The Windows side (activex-client render) writes one
+// BMP per panel first.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <fstream>
+#include <sstream>
+
+#include "render_job.h"
+
+namespace vex::cli {
+namespace {
+
+// A 32-bit top-down BMP as activex-client writes it.
+platform::Dib ReadBitmap(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::vector<char> bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    if (bytes.size() < 54)
+        return {};
+    auto field = [&](size_t at) {
+        int32_t value;
+        std::memcpy(&value, bytes.data() + at, 4);
+        return value;
+    };
+    const int32_t offset = field(10), width = field(18), height = -field(22);
+    if (width <= 0 || height <= 0 || bytes.size() < static_cast<size_t>(offset) + size_t(width) * height * 4)
+        return {};
+    platform::Dib dib(width, height, 32, true);
+    std::memcpy(dib.bits().data(), bytes.data() + offset, dib.bits().size());
+    return dib;
+}
+
+TEST(ActiveXContainer, GalleryPanelsShowTheHeadlessPixels)
+{
+    std::ifstream list(VEX_SOURCE_DIR "/examples/gallery.list");
+    int compared = 0;
+    for (std::string line; std::getline(list, line);) {
+        if (line.empty() || line[0] == '#')
+            continue;
+        std::istringstream words(line.substr(0, line.find('|')));
+        std::vector<std::string> texts;
+        for (std::string word; words >> word;)
+            texts.push_back(word);
+        std::vector<std::string_view> views(texts.begin(), texts.end());
+        RenderJob job;
+        ASSERT_EQ(ParseRenderJob(views, job, VEX_SOURCE_DIR "/examples"), "") << line;
+        if (job.frames || !job.backdrop.empty() || !job.picture.empty())
+            continue;
+        SCOPED_TRACE(texts[0]);
+        const std::string name = texts[0].substr(0, texts[0].rfind('.'));
+        platform::Dib window = ReadBitmap(VEX_CONTAINER_DIR "/" + name + ".bmp");
+        ASSERT_FALSE(window.empty()) << "no window pixels from the container";
+        platform::Dib headless = RunRenderJob(job).at(0);
+        ASSERT_EQ(window.width(), headless.width());
+        ASSERT_EQ(window.height(), headless.height());
+        int differing = 0;
+        std::string first;
+        for (int32_t y = 0; y < headless.height(); ++y)
+            for (int32_t x = 0; x < headless.width(); ++x)
+                if (window.pixel(x, y) != headless.pixel(x, y) && differing++ == 0)
+                    first = std::to_string(x) + "," + std::to_string(y);
+        EXPECT_EQ(differing, 0) << "first at " << first;
+        ++compared;
+    }
+    EXPECT_GE(compared, 14);
+}
+
+} // namespace
+} // namespace vex::cli
