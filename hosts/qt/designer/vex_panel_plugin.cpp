@@ -1,6 +1,7 @@
 #include "vex_panel_plugin.h"
 
 #include <QMetaProperty>
+#include <QPixmap>
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowCursorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
@@ -15,6 +16,15 @@ namespace vex::qt {
 namespace {
 
 const char* const kClassName = "vex::qt::VexPanelWidget";
+
+// Whether a property's value is unchanged. Pixmaps compare by their pixels (a QVariant of a
+// QPixmap never equals another).
+bool Same(const QVariant& before, const QVariant& now)
+{
+    if (now.metaType() == QMetaType::fromType<QPixmap>())
+        return before.value<QPixmap>().toImage() == now.value<QPixmap>().toImage();
+    return before == now;
+}
 
 } // namespace
 
@@ -99,7 +109,7 @@ void VexPanelTaskMenu::OpenPages()
     for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) {
         const QMetaProperty property = meta.property(i);
         const QVariant now = property.read(widget_);
-        if (property.isWritable() && property.isStored() && now != before[i - meta.propertyOffset()])
+        if (property.isWritable() && property.isStored() && !Same(before[i - meta.propertyOffset()], now))
             form->cursor()->setWidgetProperty(widget_, QString::fromLatin1(property.name()), now);
     }
 }
