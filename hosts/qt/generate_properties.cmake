@@ -58,7 +58,7 @@ foreach(row IN LISTS rows)
     set(qtype int)
     set(kind Int)
   elseif(type STREQUAL "float")
-    set(qtype float)
+    set(qtype double) # a .ui file and Designer hold doubles, not floats
     set(kind Single)
   elseif(type STREQUAL "OleColor")
     set(qtype QColor)
@@ -86,9 +86,10 @@ foreach(row IN LISTS rows)
   if(flags MATCHES "Hidden")
     set(designable " DESIGNABLE false")
   endif()
-  # Stored (in a .ui file) exactly when the panel persists it.
+  # Stored (in a .ui file) exactly when the panel persists it; and FontSize, because a .ui
+  # <font> holds whole points only: stored after Font, it brings back a size such as 8.25.
   set(stored "")
-  if(persist STREQUAL "None")
+  if(persist STREQUAL "None" AND NOT name STREQUAL "FontSize")
     set(stored " STORED false")
   endif()
   string(APPEND declarations "    Q_PROPERTY(${qtype} ${name} READ get_${name}${write} NOTIFY ${name}Changed${designable}${stored})\n")
@@ -157,8 +158,8 @@ private:
     void WriteInt(const char* name, int value);
     bool ReadBool(const char* name) const;
     void WriteBool(const char* name, bool value);
-    float ReadSingle(const char* name) const;
-    void WriteSingle(const char* name, float value);
+    double ReadSingle(const char* name) const;
+    void WriteSingle(const char* name, double value);
     QColor ReadColour(const char* name) const;
     void WriteColour(const char* name, const QColor& value);
     QString ReadText(const char* name) const;

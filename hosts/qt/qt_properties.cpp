@@ -4,6 +4,7 @@
 // with qWarning and the property keeps its value.
 #include "qt/vex_panel_properties.h"
 
+#include "base/numeric.h"
 #include "base/runtime_error.h"
 #include "control/vex_panel.h"
 #include "qt/qt_colours.h"
@@ -62,11 +63,12 @@ void VexPanelProperties::WriteBool(const char* name, bool value)
     Setting(name, [&] { PropertyPanel().SetProperty(name, control::PropertyValue(value)); });
 }
 
-float VexPanelProperties::ReadSingle(const char* name) const { return control::AsSingle(PropertyPanel().GetProperty(name)); }
+// A single travels as a double (what a .ui file and Designer hold) and narrows as the host's CSng.
+double VexPanelProperties::ReadSingle(const char* name) const { return control::AsSingle(PropertyPanel().GetProperty(name)); }
 
-void VexPanelProperties::WriteSingle(const char* name, float value)
+void VexPanelProperties::WriteSingle(const char* name, double value)
 {
-    Setting(name, [&] { PropertyPanel().SetProperty(name, control::PropertyValue(value)); });
+    Setting(name, [&] { PropertyPanel().SetProperty(name, control::PropertyValue(CSng(value))); });
 }
 
 // An OLE colour travels as a Long: the same 32 bits.

@@ -134,6 +134,8 @@ TEST(QtDesigner, AUiFileKeepsEverySetting)
             changed = members.value(members.keyCount() - 1);
         } else if (value.metaType() == QMetaType::fromType<bool>())
             changed = !value.toBool();
+        else if (value.metaType() == QMetaType::fromType<double>())
+            changed = value.toDouble() + 1.5; // a size a .ui <font> cannot hold
         else if (value.metaType() == QMetaType::fromType<int>())
             changed = value.toInt() + 2;
         else if (value.metaType() == QMetaType::fromType<QString>())
