@@ -88,6 +88,10 @@ HRESULT ComPanel::QueryInterface(REFIID iid, void** object)
         *object = static_cast<IViewObject2*>(this);
     else if (iid == IID_IPersist || iid == IID_IPersistStreamInit)
         *object = static_cast<IPersistStreamInit*>(this);
+    else if (iid == IID_IPersistPropertyBag)
+        *object = static_cast<IPersistPropertyBag*>(this);
+    else if (iid == IID_IPersistStorage)
+        *object = static_cast<IPersistStorage*>(this);
     else {
         *object = nullptr;
         return E_NOINTERFACE;

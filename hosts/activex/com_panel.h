@@ -58,6 +58,8 @@ class ComPanel final : public _VexPanel,
                        public IOleControl,
                        public IViewObject2,
                        public IPersistStreamInit,
+                       public IPersistPropertyBag,
+                       public IPersistStorage,
                        private ControlWindow::Owner,
                        private control::PanelEvents {
 public:
@@ -181,7 +183,18 @@ public:
     HRESULT STDMETHODCALLTYPE Load(LPSTREAM stream) override;
     HRESULT STDMETHODCALLTYPE Save(LPSTREAM stream, BOOL clearDirty) override;
     HRESULT STDMETHODCALLTYPE GetSizeMax(ULARGE_INTEGER* size) override;
-    HRESULT STDMETHODCALLTYPE InitNew() override;
+    HRESULT STDMETHODCALLTYPE InitNew() override; // also IPersistPropertyBag's
+
+    // ---- IPersistPropertyBag: the 59 keys in the container's own bag ---------------------------
+    HRESULT STDMETHODCALLTYPE Load(IPropertyBag* bag, IErrorLog* log) override;
+    HRESULT STDMETHODCALLTYPE Save(IPropertyBag* bag, BOOL clearDirty, BOOL saveAll) override;
+
+    // ---- IPersistStorage: the stream's bytes as the storage's "Contents" ------------------------
+    HRESULT STDMETHODCALLTYPE InitNew(IStorage* storage) override;
+    HRESULT STDMETHODCALLTYPE Load(IStorage* storage) override;
+    HRESULT STDMETHODCALLTYPE Save(IStorage* storage, BOOL sameAsLoad) override;
+    HRESULT STDMETHODCALLTYPE SaveCompleted(IStorage*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE HandsOffStorage() override { return S_OK; }
 
     control::VexPanel& panel() { return *panel_; }
 

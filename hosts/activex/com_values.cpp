@@ -24,6 +24,47 @@ std::string FromBstr(BSTR text) { return Narrow(text, text ? SysStringLen(text) 
 
 // ---- Fonts ---------------------------------------------------------------------------------------
 
+namespace {
+
+// A font object reports its size as the face it realises (whole pixels), so 14.25 pt reads back
+// as 14: the objects made here remember the size they were made with, as long as nothing has
+// changed the size they report since. The last few objects are remembered.
+struct MadeFont {
+    IFontDisp* object;
+    platform::FontDesc font;
+    CY reported;
+};
+
+std::vector<MadeFont>& MadeFonts()
+{
+    static std::vector<MadeFont> fonts;
+    return fonts;
+}
+
+CY ReportedSize(IFontDisp* object)
+{
+    CY size {};
+    IFont* facets = nullptr;
+    if (SUCCEEDED(object->QueryInterface(IID_IFont, reinterpret_cast<void**>(&facets)))) {
+        facets->get_Size(&size);
+        facets->Release();
+    }
+    return size;
+}
+
+void RememberFont(IFontDisp* object, const platform::FontDesc& font)
+{
+    std::vector<MadeFont>& fonts = MadeFonts();
+    if (fonts.size() >= 16) {
+        fonts.front().object->Release();
+        fonts.erase(fonts.begin());
+    }
+    object->AddRef();
+    fonts.push_back({ object, font, ReportedSize(object) });
+}
+
+} // namespace
+
 IFontDisp* ToFont(const platform::FontDesc& font)
 {
     std::wstring name = Wide(font.name);
@@ -39,6 +80,7 @@ IFontDisp* ToFont(const platform::FontDesc& font)
     IFontDisp* result = nullptr;
     if (FAILED(OleCreateFontIndirect(&description, IID_IFontDisp, reinterpret_cast<void**>(&result))))
         Raise(ErrorCode::OutOfMemory);
+    RememberFont(result, font);
     return result;
 }
 
@@ -65,6 +107,9 @@ platform::FontDesc FromFont(IFontDisp* font)
     result.italic = italic;
     result.underline = underline;
     result.strikethrough = strikethrough;
+    for (const MadeFont& made : MadeFonts())
+        if (made.object == font && made.reported.int64 == size.int64 && made.font.name == result.name)
+            result.size = made.font.size;
     return result;
 }
 

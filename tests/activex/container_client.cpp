@@ -3,6 +3,8 @@
 //     activex-client events                  events with by-reference changes, classinfo, stream
 //     activex-client render DIR W H FILE...  each .vxp loaded into a W x H control; the
 //                                            control window's pixels to DIR/<name>.bmp
+//     activex-client persist FILE...         each .vxp through the control's property bag,
+//                                            stream and storage persistence and back
 // Prints "FAIL ..." per difference and "PASS <mode>" when there was none; exits 1 on failure.
 #include <windows.h>
 #include <ocidl.h>
@@ -20,7 +22,15 @@
 #include <string>
 #include <vector>
 
+#include "control/memory_property_bag.h"
+#include "control/persisted_keys.h"
+#include "control/vex_panel.h"
+#include "headless/headless_host.h"
+#include "headless/headless_surface.h"
+#include "platform/win32/surface.h"
+#include "control/vxp_format.h"
 #include "model/dispatch_ids.h"
+#include "model/property_table.h"
 #include "typelib_ids.h"
 
 extern "C" {
@@ -244,6 +254,200 @@ int Events()
     return gFailures ? 1 : 0;
 }
 
+// ---- persist ---------------------------------------------------------------------------------
+
+// A container's property bag: the values by key, and the keys in the order read and written.
+class Bag final : public IPropertyBag {
+public:
+    std::vector<std::pair<std::string, VARIANT>> values;
+    std::vector<std::string> reads, writes;
+
+    ~Bag()
+    {
+        for (auto& [key, value] : values)
+            VariantClear(&value);
+    }
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    {
+        if (iid == IID_IUnknown || iid == IID_IPropertyBag) {
+            *object = this;
+            return S_OK;
+        }
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override
+    {
+        std::string key = Narrow(name);
+        reads.push_back(key);
+        for (auto& [stored, variant] : values)
+            if (stored == key) {
+                VARTYPE wanted = V_VT(value);
+                VariantInit(value);
+                return wanted == VT_EMPTY || wanted == V_VT(&variant) ? VariantCopy(value, &variant)
+                                                                      : VariantChangeType(value, &variant, 0, wanted);
+            }
+        return E_INVALIDARG;
+    }
+    HRESULT STDMETHODCALLTYPE Write(LPCOLESTR name, VARIANT* value) override
+    {
+        std::string key = Narrow(name);
+        writes.push_back(key);
+        VARIANT copy;
+        VariantInit(&copy);
+        VariantCopy(&copy, value);
+        values.emplace_back(key, copy);
+        return S_OK;
+    }
+    static std::string Narrow(LPCOLESTR text)
+    {
+        std::string out;
+        for (; text && *text; ++text)
+            out.push_back(static_cast<char>(*text));
+        return out;
+    }
+};
+
+template <typename Interface>
+Interface* NewControl(REFIID iid)
+{
+    Interface* control = nullptr;
+    if (FAILED(CoCreateInstance(CLSID_VexPanel, nullptr, CLSCTX_INPROC_SERVER, iid, reinterpret_cast<void**>(&control))))
+        Fail("CoCreateInstance");
+    return control;
+}
+
+// What a control saves to a stream, as text.
+std::string Saved(IUnknown* control)
+{
+    IPersistStreamInit* persist = nullptr;
+    IStream* stream = nullptr;
+    control->QueryInterface(IID_IPersistStreamInit, reinterpret_cast<void**>(&persist));
+    CreateStreamOnHGlobal(nullptr, TRUE, &stream);
+    if (!persist || FAILED(persist->Save(stream, TRUE)))
+        Fail("IPersistStreamInit::Save");
+    HGLOBAL memory = nullptr;
+    GetHGlobalFromStream(stream, &memory);
+    const char* bytes = static_cast<const char*>(GlobalLock(memory));
+    uint32_t length = 0;
+    std::memcpy(&length, bytes + 4, 4);
+    std::string text(bytes + 8, length);
+    GlobalUnlock(memory);
+    stream->Release();
+    persist->Release();
+    return text;
+}
+
+// The variant a key's value is written as: the value's own type (a Boolean persisted against a
+// 16-bit default is still a Boolean), the font and pictures as objects.
+VARTYPE WrittenType(const vex::model::PropertyInfo& info)
+{
+    using vex::model::ValueKind;
+    switch (info.kind) {
+    case ValueKind::Boolean: return VT_BOOL;
+    case ValueKind::Byte: case ValueKind::Int16: case ValueKind::Enumeration: return VT_I2;
+    case ValueKind::Int32: case ValueKind::Colour: return VT_I4;
+    case ValueKind::Single: return VT_R4;
+    case ValueKind::String: return VT_BSTR;
+    default: return VT_DISPATCH;
+    }
+}
+
+void PersistOne(const std::string& file, const std::string& text)
+{
+    // A: the file through the stream.
+    IPersistStreamInit* first = NewControl<IPersistStreamInit>(IID_IPersistStreamInit);
+    IStream* stream = StreamOf(text);
+    if (!first || FAILED(first->Load(stream)))
+        Fail("%s: IPersistStreamInit::Load", file.c_str());
+    stream->Release();
+    const std::string saved = Saved(first);
+
+    // The .vxp loads and saves as the headless library loads and saves it.
+    vex::control::HeadlessHost host;
+    vex::control::HeadlessSurface surface(vex::platform::win32::CreateSurface(120, 60), { 120, 60 });
+    vex::control::VexPanel headless(host, surface);
+    vex::control::MemoryPropertyBag loaded = vex::control::ParseVxp(text), written;
+    headless.ReadProperties(loaded);
+    headless.WriteProperties(written);
+    if (saved != vex::control::FormatVxp(written))
+        Fail("%s: the control saves\n%s\nthe library\n%s", file.c_str(), saved.c_str(), vex::control::FormatVxp(written).c_str());
+
+    // A's keys into a container's bag: written in the write order, each as its persisted type.
+    Bag bag;
+    IPersistPropertyBag* byBag = nullptr;
+    first->QueryInterface(IID_IPersistPropertyBag, reinterpret_cast<void**>(&byBag));
+    if (!byBag || FAILED(byBag->Save(&bag, TRUE, TRUE)))
+        Fail("%s: IPersistPropertyBag::Save", file.c_str());
+    size_t at = 0;
+    for (const std::string& key : bag.writes) {
+        while (at < vex::control::WriteOrder().size() && vex::control::WriteOrder()[at] != key)
+            ++at;
+        if (at == vex::control::WriteOrder().size())
+            Fail("%s: %s written out of order", file.c_str(), key.c_str());
+    }
+    for (auto& [key, value] : bag.values) {
+        const vex::model::PropertyInfo* info = vex::model::FindProperty(key);
+        if (!info || V_VT(&value) != WrittenType(*info))
+            Fail("%s: %s written as variant type %d", file.c_str(), key.c_str(), V_VT(&value));
+    }
+    if (byBag)
+        byBag->Release();
+
+    // B from the bag: all 59 keys read in the read order; it saves what A saves.
+    IPersistPropertyBag* second = NewControl<IPersistPropertyBag>(IID_IPersistPropertyBag);
+    if (!second || FAILED(second->Load(&bag, nullptr)))
+        Fail("%s: IPersistPropertyBag::Load", file.c_str());
+    std::vector<std::string> order(vex::control::ReadOrder().begin(), vex::control::ReadOrder().end());
+    if (bag.reads != order)
+        Fail("%s: the bag's keys were read as %s", file.c_str(), Joined(bag.reads).c_str());
+    if (Saved(second) != saved)
+        Fail("%s: through the property bag it saves\n%s\ninstead of\n%s", file.c_str(), Saved(second).c_str(), saved.c_str());
+    second->Release();
+
+    // C from a storage A saved to.
+    ILockBytes* bytes = nullptr;
+    IStorage* storage = nullptr;
+    CreateILockBytesOnHGlobal(nullptr, TRUE, &bytes);
+    StgCreateDocfileOnILockBytes(bytes, STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, &storage);
+    IPersistStorage* toStorage = nullptr;
+    first->QueryInterface(IID_IPersistStorage, reinterpret_cast<void**>(&toStorage));
+    IPersistStorage* third = NewControl<IPersistStorage>(IID_IPersistStorage);
+    if (!toStorage || !storage || FAILED(toStorage->Save(storage, FALSE)) || !third || FAILED(third->Load(storage))
+        || Saved(third) != saved)
+        Fail("%s: the storage round trip", file.c_str());
+    if (third)
+        third->Release();
+    if (toStorage)
+        toStorage->Release();
+    if (storage)
+        storage->Release();
+    if (bytes)
+        bytes->Release();
+    first->Release();
+}
+
+int Persist(const std::vector<std::string>& files)
+{
+    for (const std::string& file : files) {
+        std::ifstream in(file, std::ios::binary);
+        std::stringstream text;
+        text << in.rdbuf();
+        if (!in) {
+            Fail("cannot read %s", file.c_str());
+            continue;
+        }
+        try {
+            PersistOne(file, text.str());
+        } catch (const std::exception& error) {
+            Fail("%s: %s", file.c_str(), error.what());
+        }
+    }
+    return gFailures ? 1 : 0;
+}
+
 // ---- render ------------------------------------------------------------------------------------
 
 bool WriteBitmap(const std::string& path, HWND window, int width, int height)
@@ -315,10 +519,12 @@ int main(int argc, char** argv)
     int status = 2;
     if (mode == "events")
         status = Events();
+    else if (mode == "persist")
+        status = Persist(std::vector<std::string>(argv + 2, argv + argc));
     else if (mode == "render" && argc >= 5)
         status = Render(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), std::vector<std::string>(argv + 5, argv + argc));
     else
-        std::printf("usage: activex-client events | render DIR W H FILE...\n");
+        std::printf("usage: activex-client events | render DIR W H FILE... | persist FILE...\n");
     if (status == 0)
         std::printf("PASS %s\n", mode.c_str());
     OleUninitialize();
