@@ -505,6 +505,8 @@ int Render(const std::string& directory, int width, int height, const std::vecto
         name = name.substr(0, name.rfind('.'));
         if (!WriteBitmap(directory + "\\" + name + ".bmp", window, width, height))
             Fail("cannot write %s.bmp", name.c_str());
+        // The whole form too, the control on it, for looking at.
+        WriteBitmap(directory + "\\" + name + ".form.bmp", form.window, width + 20, height + 20);
     }
     return gFailures ? 1 : 0;
 }
