@@ -3,6 +3,8 @@
 //     activex-client events                  events with by-reference changes, classinfo, stream
 //     activex-client render DIR W H FILE...  each .vxp loaded into a W x H control; the
 //                                            control window's pixels to DIR/<name>.bmp
+//     activex-client animate DIR W H FILE N  the panel loaded, then the first N + 1 different
+//                                            pictures its window shows, to DIR/frame<i>.bmp
 //     activex-client persist FILE...         each .vxp through the control's property bag,
 //                                            stream and storage persistence and back
 // Prints "FAIL ..." per difference and "PASS <mode>" when there was none; exits 1 on failure.
@@ -483,6 +485,72 @@ bool WriteBitmap(const std::string& path, HWND window, int width, int height)
     return static_cast<bool>(out);
 }
 
+std::vector<uint8_t> WindowPixels(HWND window, int width, int height)
+{
+    BITMAPINFOHEADER header {};
+    header.biSize = sizeof header;
+    header.biWidth = width;
+    header.biHeight = -height;
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    std::vector<uint8_t> pixels(static_cast<size_t>(width) * height * 4);
+    HDC source = GetDC(window);
+    HDC memory = CreateCompatibleDC(source);
+    void* bits = nullptr;
+    HBITMAP section = CreateDIBSection(memory, reinterpret_cast<BITMAPINFO*>(&header), DIB_RGB_COLORS, &bits, nullptr, 0);
+    HGDIOBJ old = SelectObject(memory, section);
+    BitBlt(memory, 0, 0, width, height, source, 0, 0, SRCCOPY);
+    GdiFlush();
+    std::memcpy(pixels.data(), bits, pixels.size());
+    SelectObject(memory, old);
+    DeleteObject(section);
+    DeleteDC(memory);
+    ReleaseDC(window, source);
+    return pixels;
+}
+
+// The animation as the window shows it: every different picture, in order, while the control's
+// timer ticks (this thread's message loop runs it).
+int Animate(const std::string& directory, int width, int height, const std::string& file, int ticks)
+{
+    std::ifstream in(file, std::ios::binary);
+    std::stringstream text;
+    text << in.rdbuf();
+    IStream* stream = StreamOf(text.str());
+    Form form(width, height, stream);
+    stream->Release();
+    HWND window = form.ControlWindow();
+    if (!window)
+        return 1;
+    std::vector<std::vector<uint8_t>> frames { WindowPixels(window, width, height) };
+    DWORD end = GetTickCount() + 5000;
+    while (static_cast<int>(frames.size()) < ticks + 1 && GetTickCount() < end) {
+        Pump(2);
+        std::vector<uint8_t> now = WindowPixels(window, width, height);
+        if (now != frames.back())
+            frames.push_back(std::move(now));
+    }
+    if (static_cast<int>(frames.size()) < ticks + 1)
+        Fail("%s: %zu pictures in 5 s", file.c_str(), frames.size());
+    for (size_t i = 0; i < frames.size(); ++i) {
+        BITMAPFILEHEADER fileHeader {};
+        BITMAPINFOHEADER header {};
+        header.biSize = sizeof header;
+        header.biWidth = width;
+        header.biHeight = -height;
+        header.biPlanes = 1;
+        header.biBitCount = 32;
+        fileHeader.bfType = 0x4D42;
+        fileHeader.bfOffBits = sizeof fileHeader + sizeof header;
+        fileHeader.bfSize = static_cast<DWORD>(fileHeader.bfOffBits + frames[i].size());
+        std::ofstream out(directory + "\\frame" + std::to_string(i) + ".bmp", std::ios::binary);
+        out.write(reinterpret_cast<const char*>(&fileHeader), sizeof fileHeader);
+        out.write(reinterpret_cast<const char*>(&header), sizeof header);
+        out.write(reinterpret_cast<const char*>(frames[i].data()), static_cast<std::streamsize>(frames[i].size()));
+    }
+    return gFailures ? 1 : 0;
+}
+
 int Render(const std::string& directory, int width, int height, const std::vector<std::string>& files)
 {
     for (const std::string& file : files) {
@@ -521,6 +589,8 @@ int main(int argc, char** argv)
     int status = 2;
     if (mode == "events")
         status = Events();
+    else if (mode == "animate" && argc == 7)
+        status = Animate(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), argv[5], std::atoi(argv[6]));
     else if (mode == "persist")
         status = Persist(std::vector<std::string>(argv + 2, argv + argc));
     else if (mode == "render" && argc >= 5)

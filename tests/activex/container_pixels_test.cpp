@@ -34,6 +34,19 @@ platform::Dib ReadBitmap(const std::string& path)
     return dib;
 }
 
+// The number of differing pixels, and where the first is.
+int Differences(const platform::Dib& window, const platform::Dib& headless, std::string& first)
+{
+    if (window.width() != headless.width() || window.height() != headless.height())
+        return -1;
+    int differing = 0;
+    for (int32_t y = 0; y < headless.height(); ++y)
+        for (int32_t x = 0; x < headless.width(); ++x)
+            if (window.pixel(x, y) != headless.pixel(x, y) && differing++ == 0)
+                first = std::to_string(x) + "," + std::to_string(y);
+    return differing;
+}
+
 TEST(ActiveXContainer, GalleryPanelsShowTheHeadlessPixels)
 {
     std::ifstream list(VEX_SOURCE_DIR "/examples/gallery.list");
@@ -54,19 +67,36 @@ TEST(ActiveXContainer, GalleryPanelsShowTheHeadlessPixels)
         const std::string name = texts[0].substr(0, texts[0].rfind('.'));
         platform::Dib window = ReadBitmap(VEX_CONTAINER_DIR "/" + name + ".bmp");
         ASSERT_FALSE(window.empty()) << "no window pixels from the container";
-        platform::Dib headless = RunRenderJob(job).at(0);
-        ASSERT_EQ(window.width(), headless.width());
-        ASSERT_EQ(window.height(), headless.height());
-        int differing = 0;
         std::string first;
-        for (int32_t y = 0; y < headless.height(); ++y)
-            for (int32_t x = 0; x < headless.width(); ++x)
-                if (window.pixel(x, y) != headless.pixel(x, y) && differing++ == 0)
-                    first = std::to_string(x) + "," + std::to_string(y);
-        EXPECT_EQ(differing, 0) << "first at " << first;
+        EXPECT_EQ(Differences(window, RunRenderJob(job).at(0), first), 0) << "first at " << first;
         ++compared;
     }
     EXPECT_GE(compared, 14);
+}
+
+// The frame strip animated by the control's own timer in the container: the different pictures
+// its window shows are the headless panel's after each tick, in order (the window is seen only
+// when it changes, so a tick that repaints the same frame does not count).
+TEST(ActiveXContainer, AnimatedStripShowsItsFramesInOrder)
+{
+    const std::vector<std::string_view> arguments { "picture-strip.vxp", "--size", "220x80", "--frames", "9" };
+    RenderJob job;
+    ASSERT_EQ(ParseRenderJob(arguments, job, VEX_SOURCE_DIR "/examples"), "");
+    std::vector<platform::Dib> ticks;
+    for (platform::Dib& picture : RunRenderJob(job)) {
+        std::string unused;
+        if (ticks.empty() || Differences(picture, ticks.back(), unused) != 0)
+            ticks.push_back(std::move(picture));
+    }
+    ASSERT_GE(ticks.size(), 8u);
+    ticks.resize(8); // the window's first eight pictures
+    for (size_t i = 0; i < ticks.size(); ++i) {
+        SCOPED_TRACE("picture " + std::to_string(i));
+        platform::Dib window = ReadBitmap(VEX_CONTAINER_DIR "/animation/frame" + std::to_string(i) + ".bmp");
+        ASSERT_FALSE(window.empty());
+        std::string first;
+        EXPECT_EQ(Differences(window, ticks[i], first), 0) << "first at " << first;
+    }
 }
 
 } // namespace
