@@ -1,21 +1,27 @@
 #pragma once
-// The host's run-time error number that `action` raises, 0 when it raises none. Every test that
-// checks "raises error N" goes through this one helper.
+// The host's run-time error that `action` raises. Every test that checks "raises error N" goes
+// through these two helpers.
 
 #include <cstdint>
+#include <string>
+#include <utility>
 
 #include "base/runtime_error.h"
 
 namespace vex::testing {
 
-inline int32_t RaisedBy(auto&& action)
+// The error's number and description; { 0, "" } when `action` raises none.
+inline std::pair<int32_t, std::string> ErrorRaisedBy(auto&& action)
 {
     try {
         action();
     } catch (const RuntimeError& error) {
-        return error.number();
+        return { error.number(), error.description() };
     }
-    return 0;
+    return { 0, "" };
 }
+
+// The error's number, 0 when `action` raises none.
+inline int32_t RaisedBy(auto&& action) { return ErrorRaisedBy(action).first; }
 
 } // namespace vex::testing

@@ -7,6 +7,7 @@
 #include "base/runtime_error.h"
 #include "base/text_conversion.h"
 #include "text_conversion_cases.h"
+#include "raises.h"
 
 namespace vex {
 namespace {
@@ -15,11 +16,9 @@ using testing::kConversionCases;
 
 int64_t Outcome(const std::function<int64_t()>& convert)
 {
-    try {
-        return convert();
-    } catch (const RuntimeError& error) {
-        return int64_t { error.number() } << 40;
-    }
+    int64_t value = 0;
+    const int32_t error = vex::testing::RaisedBy([&] { value = convert(); });
+    return error ? int64_t { error } << 40 : value;
 }
 
 TEST(TextConversion, AsTheHostConvertsText)

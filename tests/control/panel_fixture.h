@@ -13,9 +13,12 @@
 #include "testing/null_device_context.h"
 #include "headless/headless_host.h"
 #include "control/vex_panel.h"
+#include "raises.h"
 #include "render/colour.h"
 
 namespace vex::control::testing {
+
+using vex::testing::RaisedBy;
 
 struct RectCall {
     std::string op; // "FillRect" or "FrameRect"

@@ -10,54 +10,35 @@
 #include "base/runtime_error.h"
 #include "control/base64.h"
 #include "control/vxp_format.h"
+#include "raises.h"
 
 namespace vex::control {
 namespace {
 
+using vex::testing::RaisedBy;
+
 // The error a text raises: number and description.
 std::pair<int32_t, std::string> ErrorOf(const std::string& text)
 {
-    try {
-        ParseVxp(text);
-    } catch (const RuntimeError& error) {
-        return { error.number(), error.description() };
-    }
-    return { 0, "" };
+    return vex::testing::ErrorRaisedBy([&] { ParseVxp(text); });
 }
 
 TEST(VxpFormat, ScalarsKeepTheirTypes)
 {
-    MemoryPropertyBag bag = ParseVxp("# comment\n"
-                                     "A = 12\n"
-                                     "B = 40000\n"
-                                     "C = 7&\n"
-                                     "D = &H80000012&\n"
-                                     "E = &hff\n"
-                                     "F = 8.25!\n"
-                                     "G = 1.5\n"
-                                     "H = True\n"
-                                     "  I   =   False   # trailing comment\n"
-                                     "J = \"a \\\"q\\\" \\\\ \\n\\t\\x01\\xE9\"\n"
-                                     "K = -32768\n"
-                                     "L = 3%\n"
-                                     "M = 1e-400\n" // too small to tell from zero
-                                     "N = -0.000001e-99999999999999999999!\n"
-                                     "\n");
-    EXPECT_EQ(std::get<int16_t>(*bag.Get("A")), 12);
-    EXPECT_EQ(std::get<int32_t>(*bag.Get("B")), 40000);
-    EXPECT_EQ(std::get<int32_t>(*bag.Get("C")), 7);
-    EXPECT_EQ(std::get<int32_t>(*bag.Get("D")), static_cast<int32_t>(0x80000012));
-    EXPECT_EQ(std::get<int32_t>(*bag.Get("E")), 255);
-    EXPECT_EQ(std::get<float>(*bag.Get("F")), 8.25f);
-    EXPECT_EQ(std::get<float>(*bag.Get("G")), 1.5f);
-    EXPECT_EQ(std::get<bool>(*bag.Get("H")), true);
-    EXPECT_EQ(std::get<bool>(*bag.Get("I")), false);
-    EXPECT_EQ(std::get<std::string>(*bag.Get("J")), "a \"q\" \\ \n\t\x01\xE9");
-    EXPECT_EQ(std::get<int16_t>(*bag.Get("K")), -32768);
-    EXPECT_EQ(std::get<int16_t>(*bag.Get("L")), 3);
-    EXPECT_EQ(std::get<float>(*bag.Get("M")), 0.0f);
-    EXPECT_EQ(std::get<float>(*bag.Get("N")), 0.0f);
-    EXPECT_EQ(bag.Entries().front().first, "A"); // file order
+    const std::pair<std::string, PropertyValue> cases[] = {
+        { "12", int16_t(12) }, { "40000", int32_t(40000) }, { "7&", int32_t(7) },
+        { "&H80000012&", static_cast<int32_t>(0x80000012u) }, { "&hff", int32_t(255) }, { "8.25!", 8.25f }, { "1.5", 1.5f },
+        { "True", true }, { "  False   # trailing comment", false }, { "-32768", int16_t(-32768) }, { "3%", int16_t(3) },
+        { "\"a \\\"q\\\" \\\\ \\n\\t\\x01\\xE9\"", std::string("a \"q\" \\ \n\t\x01\xE9") },
+        { "1e-400", 0.0f }, // too small to tell from zero
+        { "-0.000001e-99999999999999999999!", 0.0f },
+    };
+    for (const auto& [text, value] : cases) {
+        MemoryPropertyBag bag = ParseVxp("# comment\n  A   = " + text + "\n\n");
+        ASSERT_TRUE(bag.Get("A")) << text;
+        EXPECT_EQ(TypeOf(*bag.Get("A")), TypeOf(value)) << text;
+        EXPECT_TRUE(SameValue(*bag.Get("A"), value)) << text;
+    }
 }
 
 TEST(VxpFormat, FormattedTextParsesBackToTheSameValues)
@@ -233,36 +214,21 @@ TEST_F(VxpFile, AFailedSaveKeepsThePreviousFile)
     std::ofstream(target / "keep") << "previous";
     MemoryPropertyBag bag;
     bag.Set("A", int16_t(1));
-    try {
-        WriteVxpFile(target.string(), bag);
-        FAIL() << "no error";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), 75);
-    }
+    EXPECT_EQ(RaisedBy([&] { WriteVxpFile(target.string(), bag); }), 75);
     EXPECT_EQ(Contents(target / "keep"), "previous");
     EXPECT_EQ(FileCount(), 1u); // no temporary left behind
 }
 
 TEST_F(VxpFile, MissingAndOversizedFiles)
 {
-    try {
-        ReadVxpFile((directory / "none.vxp").string());
-        FAIL() << "no error";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), 53);
-    }
+    EXPECT_EQ(RaisedBy([&] { ReadVxpFile((directory / "none.vxp").string()); }), 53);
     std::filesystem::path big = directory / "big.vxp";
     {
         std::ofstream out(big);
         out.seekp(static_cast<std::streamoff>(kMaxVxpFileBytes));
         out << '\n';
     }
-    try {
-        ReadVxpFile(big.string());
-        FAIL() << "no error";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), 321);
-    }
+    EXPECT_EQ(RaisedBy([&] { ReadVxpFile(big.string()); }), 321);
 }
 
 } // namespace

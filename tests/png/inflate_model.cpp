@@ -5,6 +5,7 @@
 
 #include "base/runtime_error.h"
 #include "png/inflate.h"
+#include "raises.h"
 
 namespace vex::png::testing {
 
@@ -326,7 +327,7 @@ ModelOutcome RealInflate(const std::vector<uint8_t>& data, int32_t capacity, boo
     };
     outcome.data = data;
     outcome.capacity = capacity;
-    try {
+    outcome.raised = vex::testing::RaisedBy([&] {
         if (intoSpan) {
             int32_t given = capacity;
             std::vector<uint8_t> output(capacity >= -101 && capacity < std::numeric_limits<int32_t>::max() - 100
@@ -340,10 +341,9 @@ ModelOutcome RealInflate(const std::vector<uint8_t>& data, int32_t capacity, boo
             outcome.result = -99; // must be written
             inflater.Inflate(outcome.data, outcome.capacity, deflate64, outcome.result);
         }
-    } catch (const RuntimeError& error) {
-        outcome.raised = error.number();
+    });
+    if (outcome.raised != 0)
         outcome.result = 0;
-    }
     return outcome;
 }
 

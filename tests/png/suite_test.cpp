@@ -18,6 +18,7 @@
 #include "base/runtime_error.h"
 #include "libpng_oracle.h"
 #include "png/load_png.h"
+#include "raises.h"
 
 namespace vex::png {
 namespace {
@@ -59,11 +60,7 @@ Outcome Decode(const fs::path& path, const Options& options)
     if (options.ownColour)
         decoder.SetOwnBkgndColor(true, kOwnColour);
     Outcome outcome;
-    try {
-        decoder.OpenPNG(path.string());
-    } catch (const RuntimeError& error) {
-        outcome.raised = error.number();
-    }
+    outcome.raised = vex::testing::RaisedBy([&] { decoder.OpenPNG(path.string()); });
     outcome.width = decoder.Width();
     outcome.height = decoder.Height();
     outcome.bits = decoder.OutputBitsPerPixel();
