@@ -12,14 +12,22 @@
 #include "control/vex_panel.h"
 #include "pages/image_page.h"
 #include "pages/picture_import.h"
-#include "picture_samples.h"
 #include "platform/soft/soft_device_context.h"
 #include "raises.h"
 
 namespace vex::pages {
 namespace {
 
-using namespace testing;
+// The sample files: pixel (x, y) of each is Colour(x, y), the JPEG's 8 x 8 blocks Colour(x / 8,
+// y / 8); the icon's and the cursor's mask is clear on the diagonal x == y. The BMPs are 24-bit
+// bottom-up and 4-bit top-down, the GIFs plain and interlaced.
+ColorRef Colour(int x, int y) { return Rgb(40u * x, 200 - 50u * y, (x + y) % 2 ? 255 : 0); }
+
+std::vector<uint8_t> SampleFile(std::string_view name)
+{
+    std::ifstream in(std::string(VEX_SOURCE_DIR "/tests/pages/samples/") + std::string(name), std::ios::binary);
+    return std::vector<uint8_t>(std::istreambuf_iterator<char>(in), {});
+}
 
 struct Sample {
     std::string_view name;
@@ -34,15 +42,15 @@ std::vector<Sample> Samples()
 {
     auto grid = [](int x, int y) { return Colour(x, y); };
     return {
-        { "BMP 24", SampleBmp(5, 3, false), platform::PictureType::Bitmap, 5, 3, 0, grid },
-        { "BMP 4", SampleBmp(5, 3, true), platform::PictureType::Bitmap, 5, 3, 0, grid },
-        { "ICO", SampleIcon(5, 3, false), platform::PictureType::Icon, 5, 3, 0, grid },
-        { "CUR", SampleIcon(5, 3, true), platform::PictureType::Icon, 5, 3, 0, grid },
-        { "GIF", SampleGif(5, 3, false), platform::PictureType::Bitmap, 5, 3, 0, grid },
-        { "GIF interlaced", SampleGif(5, 3, true), platform::PictureType::Bitmap, 5, 3, 0, grid },
-        { "JPEG", SampleJpeg(16, 16), platform::PictureType::Bitmap, 16, 16, 4,
+        { "BMP 24", SampleFile("grid-24.bmp"), platform::PictureType::Bitmap, 5, 3, 0, grid },
+        { "BMP 4", SampleFile("grid-4.bmp"), platform::PictureType::Bitmap, 5, 3, 0, grid },
+        { "ICO", SampleFile("grid.ico"), platform::PictureType::Icon, 5, 3, 0, grid },
+        { "CUR", SampleFile("grid.cur"), platform::PictureType::Icon, 5, 3, 0, grid },
+        { "GIF", SampleFile("grid.gif"), platform::PictureType::Bitmap, 5, 3, 0, grid },
+        { "GIF interlaced", SampleFile("grid-interlaced.gif"), platform::PictureType::Bitmap, 5, 3, 0, grid },
+        { "JPEG", SampleFile("blocks.jpg"), platform::PictureType::Bitmap, 16, 16, 4,
             [](int x, int y) { return Colour(x / 8, y / 8); } },
-        { "PNG", SamplePng(5, 3), platform::PictureType::Bitmap, 5, 3, 0, grid },
+        { "PNG", SampleFile("grid.png"), platform::PictureType::Bitmap, 5, 3, 0, grid },
     };
 }
 
@@ -87,13 +95,13 @@ TEST(PictureImport, DamagedFilesAreRefused)
         std::copy(with.begin(), with.end(), bytes.begin() + static_cast<ptrdiff_t>(at));
         return bytes;
     };
-    damaged.emplace_back("BMP claiming 30000 x 30000", patched(SampleBmp(5, 3, false), 18, { 0x30, 0x75, 0, 0, 0x30, 0x75 }));
-    damaged.emplace_back("BMP run-length", patched(SampleBmp(5, 3, true), 30, { 2 }));
-    damaged.emplace_back("BMP palette of 4096", patched(SampleBmp(5, 3, true), 46, { 0, 0x10 }));
-    damaged.emplace_back("ICO image outside the file", patched(SampleIcon(5, 3, false), 18, { 0xFF, 0xFF }));
-    damaged.emplace_back("ICO with no image", patched(SampleIcon(5, 3, false), 4, { 0 }));
-    damaged.emplace_back("GIF 65535 x 65535", patched(SampleGif(5, 3, false), 6, { 0xFF, 0xFF, 0xFF, 0xFF }));
-    damaged.emplace_back("JPEG without its scan", patched(SampleJpeg(16, 16), 2, { 0xFF, 0xD9 }));
+    damaged.emplace_back("BMP claiming 30000 x 30000", patched(SampleFile("grid-24.bmp"), 18, { 0x30, 0x75, 0, 0, 0x30, 0x75 }));
+    damaged.emplace_back("BMP run-length", patched(SampleFile("grid-4.bmp"), 30, { 2 }));
+    damaged.emplace_back("BMP palette of 4096", patched(SampleFile("grid-4.bmp"), 46, { 0, 0x10 }));
+    damaged.emplace_back("ICO image outside the file", patched(SampleFile("grid.ico"), 18, { 0xFF, 0xFF }));
+    damaged.emplace_back("ICO with no image", patched(SampleFile("grid.ico"), 4, { 0 }));
+    damaged.emplace_back("GIF 65535 x 65535", patched(SampleFile("grid.gif"), 6, { 0xFF, 0xFF, 0xFF, 0xFF }));
+    damaged.emplace_back("JPEG without its scan", patched(SampleFile("blocks.jpg"), 2, { 0xFF, 0xD9 }));
     damaged.emplace_back("unknown", std::vector<uint8_t> { 'h', 'e', 'l', 'l', 'o' });
     damaged.emplace_back("empty", std::vector<uint8_t> {});
     for (const auto& [name, bytes] : damaged)
@@ -103,7 +111,7 @@ TEST(PictureImport, DamagedFilesAreRefused)
 TEST(PictureImport, AnIconBecomesABitmapOnTheBackColour)
 {
     auto reference = platform::soft::SoftDeviceContext::CreateSurface(8, 8);
-    platform::PictureRef icon = LoadPictureFromMemory(SampleIcon(5, 3, false));
+    platform::PictureRef icon = LoadPictureFromMemory(SampleFile("grid.ico"));
     platform::PictureRef bitmap = IconToBitmap(icon, Rgb(1, 2, 3), *reference);
     ASSERT_EQ(bitmap->type(), platform::PictureType::Bitmap);
     EXPECT_EQ(bitmap->bitmap().pixel(1, 1), Rgb(1, 2, 3) ^ Colour(1, 1)); // clear: screen XOR colour
@@ -142,8 +150,8 @@ protected:
 
 TEST_F(ImagePageTest, ApplySetsAndClearsEachPictureAndADamagedFileChangesNothing)
 {
-    std::string good = Write("good.gif", SampleGif(5, 3, false));
-    std::vector<uint8_t> bmp = SampleBmp(5, 3, false);
+    std::string good = Write("good.gif", SampleFile("grid.gif"));
+    std::vector<uint8_t> bmp = SampleFile("grid-24.bmp");
     std::string bad = Write("bad.bmp", std::vector<uint8_t>(bmp.begin(), bmp.begin() + 60));
     for (int target = 0; target < 3; ++target) {
         page.Choose(*page.Find("cboTarget"), target);
