@@ -12,8 +12,6 @@
 namespace vex {
 namespace {
 
-using testing::kConversionCases;
-
 int64_t Outcome(const std::function<int64_t()>& convert)
 {
     int64_t value = 0;
@@ -23,7 +21,9 @@ int64_t Outcome(const std::function<int64_t()>& convert)
 
 TEST(TextConversion, AsTheHostConvertsText)
 {
-    for (const auto& c : kConversionCases) {
+    const auto cases = testing::ReadConversionCases(VEX_SOURCE_DIR "/tests/base/text_conversions.txt");
+    ASSERT_EQ(cases.size(), 166u);
+    for (const auto& c : cases) {
         EXPECT_EQ(Outcome([&] { return IntegerFromText(c.text); }), c.integer) << "Integer \"" << c.text << '"';
         EXPECT_EQ(Outcome([&] { return LongFromText(c.text); }), c.longValue) << "Long \"" << c.text << '"';
         EXPECT_EQ(Outcome([&] { return BooleanFromText(c.text) ? -1 : 0; }), c.boolean) << "Boolean \"" << c.text << '"';

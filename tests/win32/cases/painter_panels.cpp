@@ -1,7 +1,8 @@
-// Whole panels, painter by painter: both colour options of every shading direction, every border
-// style against its neighbours, rings that cross, all Custom directions with a frame, keyed and
-// tiled pictures, a captured background, and captions (text_* cases, compared once the software
-// layer draws text). The panels are prepared and painted as DrawControl does, as in panels.cpp.
+// Whole panels, prepared and painted as DrawControl does: both colour options of every shading
+// direction, every border style against its neighbours, 3D rings that cross and each 3D style over
+// a background picture in each placement, all Custom directions with frames and rounded corners,
+// icons, keyed and tiled pictures, a captured background, and captions (text_* cases, compared
+// once the software layer draws text).
 
 #include "helpers.h"
 #include "platform/picture.h"
@@ -127,15 +128,48 @@ VEX_DRAWING_CASES(painter_panel_cases)
             [props](DeviceContext& dc, Facts&) { PaintPanel(dc, props); } });
     }
 
-    // Custom gradients in all eight directions on an odd-sized panel, with a frame.
+    // Each 3D style over a background picture in each placement, with a masked picture.
+    for (int16_t style = 0; style <= 4; ++style) {
+        PanelProperties props;
+        props.Appearance = TypeAppearance(TypeAppearance::Window3D);
+        props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle(style));
+        props.Panel3DBorderWidth = 3;
+        props.Panel3DBorderOffset = 4;
+        props.PictureBackground = PatternPicture(23, 17);
+        props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle(style % 3));
+        props.Picture = PatternPicture(14, 12);
+        props.PictureUseMask = style % 2 == 1;
+        props.PictureAlignment = TypeAlignment(TypeAlignment(style * 2));
+        cases.push_back({ "painters_3d_style" + std::to_string(style), 97, 61,
+            [props](DeviceContext& dc, Facts&) { PaintPanel(dc, props); } });
+    }
+
+    // Custom gradients in all eight directions on an odd-sized panel, with frames of 0 to 2
+    // pixels, rounded corners and both border styles.
     for (int16_t direction = 0; direction <= 7; ++direction) {
         PanelProperties props;
         props.Appearance = TypeAppearance(TypeAppearance::Custom);
         props.CustomGradientDirection = TypeCustomGradientDirection(TypeCustomGradientDirection(direction));
         props.CustomGradientStart = Rgb(250, 40, 20);
         props.CustomGradientEnds = Rgb(20, 60, 240);
-        props.CustomBorderWidth = 2;
+        props.CustomBorderWidth = static_cast<int16_t>(direction % 3);
+        props.CustomBorderRadio = static_cast<int16_t>(direction * 4);
+        props.CustomBorderLeftTopStyle = props.CustomBorderRightBottomStyle = TypeBorder(TypeBorder(direction % 2));
         cases.push_back({ "painters_custom_direction" + std::to_string(direction), 61, 37,
+            [props](DeviceContext& dc, Facts&) { PaintPanel(dc, props); } });
+    }
+
+    // Icons: drawn onto the back colour, then keyed out in it; one with a mask, one with alpha; as
+    // the foreground on each appearance and as a tiled background.
+    for (int16_t appearance = 0; appearance <= 2; ++appearance) {
+        PanelProperties props;
+        props.Appearance = TypeAppearance(TypeAppearance(appearance));
+        props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle::UseGradient);
+        props.Picture = platform::Picture::FromIcon(appearance == 1 ? MakeAlphaIcon(16) : MakeIcon(16));
+        props.PictureAlignment = TypeAlignment(TypeAlignment(appearance * 3 + 1));
+        props.PictureBackground = platform::Picture::FromIcon(MakeIcon(16));
+        props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle(2 - appearance % 2));
+        cases.push_back({ "painters_icons_appearance" + std::to_string(appearance), 97, 61,
             [props](DeviceContext& dc, Facts&) { PaintPanel(dc, props); } });
     }
 
