@@ -131,36 +131,5 @@ TEST_F(PanelTest, TransparentCapturingCustomTextureStillFramesTheBorder)
     EXPECT_EQ(Frames(dc()).size(), 2 * Redraws().size()); // two rings on every paint
 }
 
-// The same pipeline on the software drawing layer: what ends up in the pixels.
-TEST(DrawControlPixels, ClearingAndCustomRingsOnTheSoftSurface)
-{
-    HeadlessHost host;
-    HeadlessSurface surface(platform::Size { 40, 20 });
-    VexPanel panel(host, surface);
-    MemoryPropertyBag bag;
-    bag.Set("Appearance", int16_t(3)); // nothing but the clearing
-    bag.Set("BackColor", int32_t(0x00204060));
-    panel.ReadProperties(bag);
-    panel.DrawControl(true);
-    platform::Dib pixels = surface.Dc().Snapshot();
-    EXPECT_EQ(pixels.pixel(0, 0), 0x204060u);
-    EXPECT_EQ(pixels.pixel(39, 19), 0x204060u);
-
-    bag.Set("Appearance", int16_t(2));
-    bag.Set("CustomGradientStyle", int16_t(0));
-    bag.Set("CustomBorderWidth", int16_t(2));
-    bag.Set("CustomBorderColor", int32_t(0x000000FF));
-    panel.ReadProperties(bag);
-    surface.SetClientSize({ 30, 10 });
-    panel.OnResize();
-    pixels = surface.Dc().Snapshot();
-    ASSERT_EQ(pixels.width(), 30);
-    EXPECT_EQ(pixels.pixel(0, 0), 0xFFu);
-    EXPECT_EQ(pixels.pixel(1, 1), 0xFFu);
-    EXPECT_EQ(pixels.pixel(29, 9), 0xFFu);
-    EXPECT_EQ(pixels.pixel(28, 5), 0xFFu);
-    EXPECT_EQ(pixels.pixel(2, 2), 0x204060u); // inside the rings: the cleared back colour
-}
-
 } // namespace
 } // namespace vex::control::testing

@@ -1,6 +1,7 @@
 // Lifecycle notifications, the parent form, the two timers, input relays and mouse tracking.
 // The panel is 100 x 50 with its client origin at screen (100, 100).
 #include <algorithm>
+#include <sstream>
 
 #include "control/memory_property_bag.h"
 #include "panel_fixture.h"
@@ -47,86 +48,78 @@ TEST_F(PanelTest, NoStartUpMouseExitWhileThePointerIsOverTheControl)
     EXPECT_TRUE(panel.Timer1().Enabled());
 }
 
-TEST_F(MouseTracking, EnteringMoveRaisesOnlyMouseEnterThenMovesRaiseMouseMove)
+// The events as "name button shift x y" (for keys: KeyCode or KeyAscii, Shift), comma separated.
+std::string Log(const RecordingEvents& events)
 {
-    panel.OnMouseMove(0, 1, 10, 20);
-    EXPECT_EQ(events.Names(), (Names { "MouseEnter" }));
-    EXPECT_TRUE(panel.MouseInside());
-    EXPECT_TRUE(panel.Timer1().Enabled());
-    panel.OnMouseMove(0, 0, 11, 21);
-    panel.OnMouseMove(0, 0, 12, 22);
-    EXPECT_EQ(events.Names(), (Names { "MouseEnter", "MouseMove", "MouseMove" }));
-    EXPECT_EQ(events.events[0].shift, 1);
-    EXPECT_EQ(events.events[2].x, 12.0f);
+    std::ostringstream out;
+    for (const EventRecord& e : events.events)
+        out << (out.tellp() > 0 ? ", " : "") << e.name << ' ' << e.button << ' ' << e.shift << ' ' << e.x << ' ' << e.y;
+    return out.str();
 }
 
-TEST_F(MouseTracking, MovesOnOrBeyondTheRightAndBottomEdgesRaiseNothing)
-{
-    panel.OnMouseMove(0, 0, 100, 10);
-    panel.OnMouseMove(0, 0, 10, 50);
-    panel.OnMouseMove(0, 0, -0.5f, 10);
-    panel.OnMouseMove(0, 0, 10, -1);
-    EXPECT_TRUE(events.events.empty());
-    EXPECT_FALSE(panel.MouseInside());
-    EXPECT_FALSE(panel.Timer1().Enabled());
-    panel.OnMouseMove(0, 0, 99.9f, 49.9f);
-    EXPECT_EQ(events.Names(), (Names { "MouseEnter" }));
-    panel.OnMouseMove(0, 0, 100, 49); // inside already, but this move is outside: nothing
-    EXPECT_EQ(events.events.size(), 1u);
-}
+// One step of a mouse script: a relayed move (button, shift, x, y), the pointer put at a screen
+// point (x, y), time passing (milliseconds), or a child window laid over the panel (a rectangle).
+struct Step {
+    enum Kind { Move, Cursor, Tick, Child } kind;
+    float a = 0, b = 0, c = 0, d = 0;
+};
 
-TEST_F(MouseTracking, MovesWithAButtonHeldAreRelayedWithoutEnterOrBoundsTest)
+TEST_F(PanelTest, MouseTrackingScriptsOfMovesTicksAndPointerPositions)
 {
-    panel.OnMouseMove(1, 0, -40, 300); // a drag that started outside
-    panel.OnMouseMove(2, 4, 50, 25);
-    EXPECT_EQ(events.Names(), (Names { "MouseMove", "MouseMove" }));
-    EXPECT_FALSE(panel.MouseInside());
-    EXPECT_EQ(events.events[0].x, -40.0f);
-    EXPECT_EQ(events.events[1].button, 2);
-}
-
-TEST_F(MouseTracking, TimerTickOnTheRightEdgeOverAnotherWindowIsStillInside)
-{
-    panel.OnMouseMove(0, 0, 50, 25);
-    surface.SetCursorPos({ 200, 150 }); // x = OX + W, y = OY + H: not our window, but in the rectangle
-    ASSERT_NE(surface.WindowFromPoint({ 200, 150 }), surface.hWnd());
-    host.Advance(30);
-    EXPECT_EQ(events.Names(), (Names { "MouseEnter" }));
-    EXPECT_TRUE(panel.MouseInside());
-    surface.SetCursorPos({ 201, 150 });
-    host.Advance(3);
-    EXPECT_EQ(events.Names(), (Names { "MouseEnter", "MouseExit" }));
-    EXPECT_FALSE(panel.MouseInside());
-    EXPECT_FALSE(panel.Timer1().Enabled());
-}
-
-TEST_F(MouseTracking, AChildWindowOnThePanelIsNotAnExit)
-{
-    int32_t child = surface.AddChildWindow({ 10, 10, 40, 30 });
-    panel.OnMouseMove(0, 0, 5, 5);
-    surface.SetCursorPos({ 120, 120 });
-    ASSERT_EQ(surface.WindowFromPoint({ 120, 120 }), child);
-    host.Advance(30);
-    EXPECT_EQ(events.Names(), (Names { "MouseEnter" }));
-    surface.SetCursorPos({ 120, 400 }); // left the panel from the child
-    host.Advance(3);
-    EXPECT_EQ(events.Names(), (Names { "MouseEnter", "MouseExit" }));
-}
-
-TEST_F(MouseTracking, MouseExitReportsTheLastRelayedMoveNotThePointer)
-{
-    panel.OnMouseMove(0, 2, 10, 10);
-    panel.OnMouseMove(0, 3, 20, 25);
-    panel.OnMouseMove(0, 0, 150, 25); // outside: not relayed, not remembered
-    surface.SetCursorPos({ 500, 500 });
-    host.Advance(3);
-    ASSERT_EQ(events.events.back().name, "MouseExit");
-    EXPECT_EQ(events.events.back().shift, 3);
-    EXPECT_EQ(events.events.back().x, 20.0f);
-    EXPECT_EQ(events.events.back().y, 25.0f);
-    // And after the exit, the next move in enters again.
-    panel.OnMouseMove(0, 0, 1, 1);
-    EXPECT_EQ(events.events.back().name, "MouseEnter");
+    const auto move = [](float button, float shift, float x, float y) { return Step { Step::Move, button, shift, x, y }; };
+    const auto cursor = [](float x, float y) { return Step { Step::Cursor, x, y }; };
+    const auto tick = [](float milliseconds) { return Step { Step::Tick, milliseconds }; };
+    struct Script {
+        const char* name;
+        std::vector<Step> steps;
+        const char* events;
+        bool inside; // and so the tracking timer runs
+    };
+    const Script scripts[] = {
+        { "an entering move raises only MouseEnter, the next ones MouseMove",
+            { move(0, 1, 10, 20), move(0, 0, 11, 21), move(0, 0, 12, 22) },
+            "MouseEnter 0 1 10 20, MouseMove 0 0 11 21, MouseMove 0 0 12 22", true },
+        { "moves on or beyond the right and bottom edges raise nothing",
+            { move(0, 0, 100, 10), move(0, 0, 10, 50), move(0, 0, -0.5f, 10), move(0, 0, 10, -1) }, "", false },
+        { "a move outside while inside raises nothing either", { move(0, 0, 99.9f, 49.9f), move(0, 0, 100, 49) },
+            "MouseEnter 0 0 99.9 49.9", true },
+        { "moves with a button held are relayed without enter or bounds test", { move(1, 0, -40, 300), move(2, 4, 50, 25) },
+            "MouseMove 1 0 -40 300, MouseMove 2 4 50 25", false },
+        { "a tick on the right edge (x = OX + W) over another window is still inside",
+            { move(0, 0, 50, 25), cursor(200, 150), tick(30) }, "MouseEnter 0 0 50 25", true },
+        { "one pixel further is an exit", { move(0, 0, 50, 25), cursor(201, 150), tick(3) },
+            "MouseEnter 0 0 50 25, MouseExit 0 0 50 25", false },
+        { "a child window on the panel is not an exit; leaving from it is",
+            { Step { Step::Child, 10, 10, 40, 30 }, move(0, 0, 5, 5), cursor(120, 120), tick(30), cursor(120, 400), tick(3) },
+            "MouseEnter 0 0 5 5, MouseExit 0 0 5 5", false },
+        { "MouseExit reports the last relayed move, not the pointer; the next move enters again",
+            { move(0, 2, 10, 10), move(0, 3, 20, 25), move(0, 0, 150, 25), cursor(500, 500), tick(3), move(0, 0, 1, 1) },
+            "MouseEnter 0 2 10 10, MouseMove 0 3 20 25, MouseExit 0 3 20 25, MouseEnter 0 0 1 1", true },
+    };
+    for (const Script& script : scripts) {
+        SCOPED_TRACE(script.name);
+        HeadlessHost host;
+        FailingSurface surface(std::make_unique<NullDeviceContext>(), platform::Size { 100, 50 });
+        VexPanel panel(host, surface);
+        RecordingEvents events;
+        panel.SetEventSink(&events);
+        surface.SetCursorPos({ 0, 0 });
+        host.Advance(3); // the start-up MouseExit
+        events.events.clear();
+        for (const Step& step : script.steps) {
+            if (step.kind == Step::Move)
+                panel.OnMouseMove(int16_t(step.a), int16_t(step.b), step.c, step.d);
+            else if (step.kind == Step::Cursor)
+                surface.SetCursorPos({ int32_t(step.a), int32_t(step.b) });
+            else if (step.kind == Step::Tick)
+                host.Advance(int32_t(step.a));
+            else
+                surface.AddChildWindow({ int32_t(step.a), int32_t(step.b), int32_t(step.c), int32_t(step.d) });
+        }
+        EXPECT_EQ(Log(events), script.events);
+        EXPECT_EQ(panel.MouseInside(), script.inside);
+        EXPECT_EQ(panel.Timer1().Enabled(), script.inside);
+    }
 }
 
 TEST_F(MouseTracking, AHandlerMayChangeItsParametersWithoutChangingWhatIsRemembered)
@@ -158,12 +151,8 @@ TEST_F(PanelTest, InputIsRelayedAsEvents)
     panel.OnKeyUp(65, 0);
     panel.OnMouseDown(1, 2, 3.5f, 4.5f);
     panel.OnMouseUp(1, 0, 5, 6);
-    EXPECT_EQ(events.Names(), (Names { "Click", "DblClick", "KeyDown", "KeyPress", "KeyUp", "MouseDown", "MouseUp" }));
-    EXPECT_EQ(events.events[2].button, 65); // KeyCode
-    EXPECT_EQ(events.events[2].shift, 1);
-    EXPECT_EQ(events.events[3].button, 97); // KeyAscii
-    EXPECT_EQ(events.events[5].x, 3.5f);
-    EXPECT_EQ(events.events[5].y, 4.5f);
+    EXPECT_EQ(Log(events), "Click 0 0 0 0, DblClick 0 0 0 0, KeyDown 65 1 0 0, KeyPress 97 0 0 0, KeyUp 65 0 0 0, "
+                           "MouseDown 1 2 3.5 4.5, MouseUp 1 0 5 6");
 }
 
 // ---- The parent form ------------------------------------------------------------------------------

@@ -1,16 +1,15 @@
-// The Custom appearance: the frame rings, the gradient directions (with the swapped square
-// colours), what a pending capture and odd styles leave out, and the 16-bit frame limit.
+// The Custom appearance: the gradient directions (with the swapped square colours) and what a
+// pending capture and odd styles leave out. (The frame rings and their 16-bit limit are checked
+// through DrawControl in tests/control.)
 
 #include <gtest/gtest.h>
 
 #include "paint_fixture.h"
-#include "raises.h"
 
 namespace vex::render {
 namespace {
 
 using testing::Panel;
-using vex::testing::RaisedBy;
 
 constexpr ColorRef kMarker = 0x00FF00FF;
 constexpr ColorRef kFrame = Rgb(10, 20, 30);
@@ -35,27 +34,6 @@ struct CustomPanel : Panel {
         DrawCustomGradient(context);
     }
 };
-
-TEST(CustomFrame, RingsGoInwardOnePixelEach)
-{
-    CustomPanel panel(100, 50, 0);
-    panel.props.CustomBorderWidth = 3;
-    panel.props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle::UseTexture);
-    panel.Paint();
-    for (auto [x, y] : { std::pair { 0, 0 }, std::pair { 99, 49 }, std::pair { 2, 2 }, std::pair { 97, 47 },
-             std::pair { 2, 40 }, std::pair { 50, 47 } })
-        EXPECT_EQ(panel.Pixel(x, y), kFrame) << x << "," << y;
-    EXPECT_EQ(panel.Pixel(3, 3), kMarker);
-    EXPECT_EQ(panel.Pixel(96, 46), kMarker);
-    EXPECT_EQ(panel.state.PaintLoopIndex, 4);
-}
-
-TEST(CustomFrame, ClientBeyond32767PixelsOverflows)
-{
-    CustomPanel panel(32768, 2, 0);
-    panel.props.CustomGradientStyle = TypeCustomGradientStyle::UseTexture;
-    EXPECT_EQ(RaisedBy([&] { panel.Paint(); }), 6);
-}
 
 TEST(CustomGradient, LinearDirections)
 {

@@ -121,7 +121,7 @@ TEST_F(GradientPixels, RowsRunFromTopToTopPlusHeightAcrossTheWidth)
 TEST_F(GradientPixels, FlagColorSkipsTheFirstHalfButKeepsTheFullRun)
 {
     for (auto [steps, first] : { std::pair { 10, 5 }, std::pair { 7, 4 }, std::pair { 11, 6 } }) {
-        VexGradiente engine = Engine({ 0x000000, Rgb(steps, steps, steps) });
+        VexGradiente engine = Engine({ 0x000000, static_cast<int32_t>(Rgb(steps, steps, steps)) });
         engine.Attach(*dc);
         engine.DrawLinearGradient(0, 0, steps, 30, false, true);
         for (int x = 0; x <= steps + 1; ++x) {
