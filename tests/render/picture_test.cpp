@@ -42,48 +42,43 @@ struct PicturePanel : Panel {
     void Tick() { Paint(AnimatePicture); }
 };
 
-TEST(Picture, RightBottomKeepsAMarginOfThreeOrTheBorder)
+// Where each painter puts the picture: a margin of 3, or the 3D border's inset (W + 1, or
+// 3 + 2W + O for the banded styles), or 3 + the Custom frame; centring rounds halves to even.
+TEST(Picture, PositionsByPainterAlignmentAndBorder)
 {
-    PicturePanel panel(200, 100);
-    panel.props.Picture = Solid(32, 32);
-    panel.props.PictureAlignment = TypeAlignment(TypeAlignment::RightBottom);
-    panel.Paint(DrawPicture);
-    EXPECT_EQ(panel.memory.pictureLeft, 165);
-    EXPECT_EQ(panel.memory.pictureTop, 65);
-    EXPECT_EQ(panel.Pixel(165, 65), kSolid);
-    EXPECT_EQ(panel.Pixel(196, 96), kSolid);
-    EXPECT_EQ(panel.Pixel(164, 65), kMarker);
-    EXPECT_EQ(panel.Pixel(197, 96), kMarker);
-
-    PicturePanel lowered(200, 100);
-    lowered.props = panel.props;
-    lowered.props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle::Lowered3D);
-    lowered.props.Panel3DBorderWidth = 2;
-    lowered.Paint(DrawPicture3D);
-    EXPECT_EQ(lowered.memory.pictureLeft, 163);
-    EXPECT_EQ(lowered.memory.pictureTop, 63);
-
-    lowered.props.Panel3DBorderStyle = TypePanel3DStyle(TypePanel3DStyle::GBLowered3D); // 3 + 2W + O
-    lowered.props.Panel3DBorderOffset = 4;
-    lowered.props.PictureAlignment = TypeAlignment(TypeAlignment::LeftTop);
-    lowered.Paint(DrawPicture3D);
-    EXPECT_EQ(lowered.memory.pictureLeft, 11);
-
-    lowered.props.CustomBorderWidth = 5; // Custom: 3 + bw
-    lowered.Paint(DrawCustomPicture);
-    EXPECT_EQ(lowered.memory.pictureLeft, 8);
-    EXPECT_EQ(lowered.memory.pictureTop, 8);
-}
-
-TEST(Picture, CentringRoundsHalvesToEven)
-{
-    for (auto [width, expected] : { std::pair { 73, 20 }, std::pair { 75, 22 } }) {
-        PicturePanel panel(width, 40);
-        panel.props.Picture = Solid(32, 10);
-        panel.props.PictureAlignment = TypeAlignment(TypeAlignment::CenterMiddle);
-        panel.Paint(DrawPicture);
-        EXPECT_EQ(panel.memory.pictureLeft, expected) << width;
-        EXPECT_EQ(panel.memory.pictureTop, 15);
+    struct Case {
+        void (*painter)(PaintContext&);
+        int32_t width, height, pictureWidth, pictureHeight;
+        TypeAlignment alignment;
+        TypePanel3DStyle style;
+        int16_t borderWidth, offset, customWidth;
+        int32_t left, top;
+    };
+    const Case cases[] = {
+        { DrawPicture, 200, 100, 32, 32, TypeAlignment::RightBottom, TypePanel3DStyle::None3D, 1, 3, 0, 165, 65 },
+        { DrawPicture3D, 200, 100, 32, 32, TypeAlignment::RightBottom, TypePanel3DStyle::Lowered3D, 2, 4, 0, 163, 63 },
+        { DrawPicture3D, 200, 100, 32, 32, TypeAlignment::LeftTop, TypePanel3DStyle::GBLowered3D, 2, 4, 0, 11, 11 },
+        { DrawCustomPicture, 200, 100, 32, 32, TypeAlignment::LeftTop, TypePanel3DStyle::GBLowered3D, 2, 4, 5, 8, 8 },
+        { DrawPicture, 73, 40, 32, 10, TypeAlignment::CenterMiddle, TypePanel3DStyle::None3D, 1, 3, 0, 20, 15 },
+        { DrawPicture, 75, 40, 32, 10, TypeAlignment::CenterMiddle, TypePanel3DStyle::None3D, 1, 3, 0, 22, 15 },
+    };
+    for (const Case& c : cases) {
+        PicturePanel panel(c.width, c.height);
+        panel.props.Picture = Solid(c.pictureWidth, c.pictureHeight);
+        panel.props.PictureAlignment = c.alignment;
+        panel.props.Panel3DBorderStyle = c.style;
+        panel.props.Panel3DBorderWidth = c.borderWidth;
+        panel.props.Panel3DBorderOffset = c.offset;
+        panel.props.CustomBorderWidth = c.customWidth;
+        panel.Paint(c.painter);
+        SCOPED_TRACE(std::to_string(c.left) + "," + std::to_string(c.top));
+        EXPECT_EQ(panel.memory.pictureLeft, c.left);
+        EXPECT_EQ(panel.memory.pictureTop, c.top);
+        const int32_t right = c.left + c.pictureWidth - 1, bottom = c.top + c.pictureHeight - 1;
+        EXPECT_EQ(panel.Pixel(c.left, c.top), kSolid);
+        EXPECT_EQ(panel.Pixel(right, bottom), kSolid);
+        EXPECT_EQ(panel.Pixel(c.left - 1, c.top), kMarker);
+        EXPECT_EQ(panel.Pixel(right + 1, bottom), kMarker);
     }
 }
 

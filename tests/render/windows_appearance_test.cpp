@@ -143,88 +143,57 @@ TEST(WindowsShading, PendingCaptureSkipsTheShadingButNotTheBorders)
     EXPECT_EQ(panel.Pixel(30, 20), panel.B(-20));
 }
 
-TEST(WindowsBorders, TopRowsAndTheirCornerFlags)
+// The four sides on a 20 x 10 panel without shading: each probe is the back colour (or, with
+// themes, the shaded button face) shifted by an amount, or untouched.
+TEST(WindowsBorders, SidesTheirCornerOffsetsAndTheOddRows)
 {
-    WindowsPanel panel(20, 10);
-    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(9));
-    panel.props.WinBorderTopStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
-    panel.Paint();
-    // No left or right border: every top row runs the full width.
-    EXPECT_EQ(panel.Pixel(0, 1), panel.B(-25));
-    EXPECT_EQ(panel.Pixel(19, 2), panel.B(-20));
-
-    panel.Fill(kMarker);
-    panel.props.WinBorderLeftStyle = TypeWinBorderStyle(TypeWinBorderStyle::RaisedBorder);
-    panel.props.WinBorderRightStyle = TypeWinBorderStyle(TypeWinBorderStyle::RaisedBorder);
-    panel.props.WinBorderTopStyle = TypeWinBorderStyle(TypeWinBorderStyle::RaisedBorder); // raised, back colour: the outer row is shortened too
-    panel.props.WinBorderBottomStyle = TypeWinBorderStyle(TypeWinBorderStyle::NoneBorder);
-    panel.Paint();
-    EXPECT_EQ(panel.Pixel(1, 0), panel.B(40));
-    EXPECT_EQ(panel.Pixel(18, 0), panel.B(40));
-    EXPECT_EQ(panel.Pixel(18, 0), panel.B(40));  // the right side's inner column, full length
-    EXPECT_EQ(panel.Pixel(19, 0), kMarker);      // its outer column starts below the top
-    EXPECT_EQ(panel.Pixel(19, 1), panel.B(-50));
-    EXPECT_EQ(panel.Pixel(0, 0), panel.B(40));   // the left side's outer column
-}
-
-TEST(WindowsBorders, LeftInnerColumnsStartBelowTheTopStyle)
-{
-    for (auto [topStyle, firstRow] : { std::pair { 0, 0 }, std::pair { 1, 1 }, std::pair { 2, 1 }, std::pair { 3, 2 } }) {
+    constexpr int kUntouched = 1000;
+    struct Probe {
+        int x, y, shift;
+        bool differs = false; // the pixel is anything but that shift
+    };
+    struct Sides {
+        const char* name;
+        int16_t top, left, bottom, right; // 0 none, 1 lowered, 2 raised, 3 shadow
+        bool themes;
+        std::vector<Probe> probes;
+    };
+    const Sides cases[] = {
+        { "a top shadow alone runs the full width", 3, 0, 0, 0, false, { { 0, 1, -25 }, { 19, 2, -20 } } },
+        { "raised top, left and right: the outer top row is shortened too", 2, 2, 0, 2, false,
+            { { 1, 0, 40 }, { 18, 0, 40 }, { 19, 0, kUntouched }, { 19, 1, -50 }, { 0, 0, 40 } } },
+        { "left shadow under no top", 0, 3, 0, 0, true, { { 0, 9, -40 }, { 1, 9, -25 }, { 2, 0, -20 } } },
+        { "left shadow under a lowered top starts one row down", 1, 3, 0, 0, true,
+            { { 0, 9, -40 }, { 1, 9, -25 }, { 2, 1, -20 }, { 2, 0, -20, true } } },
+        { "left shadow under a raised top starts one row down", 2, 3, 0, 0, true,
+            { { 0, 9, -40 }, { 1, 9, -25 }, { 2, 1, -20 }, { 2, 0, -20, true } } },
+        { "left shadow under a shadow top starts two rows down", 3, 3, 0, 0, true, { { 0, 9, -40 }, { 1, 9, -25 }, { 2, 2, -20 } } },
+        { "a left shadow with the back colour draws along the top", 0, 3, 1, 0, false,
+            { { 19, 0, -40 }, { 0, 5, kUntouched }, { 1, 0, -25 }, { 1, 8, -25 }, { 1, 9, 40 } } },
+        { "lowered right: the inner column full length, the outer one from row 2", 3, 0, 0, 1, false,
+            { { 18, 9, -50 }, { 19, 1, kUntouched }, { 19, 2, 40 }, { 19, 9, 40 } } },
+        { "bottom shadow between a left shadow and a lowered right", 0, 3, 3, 1, false,
+            { { 0, 9, -40 }, { 2, 8, -25 }, { 1, 8, -25 }, { 18, 7, -20 }, { 19, 7, 40 } } },
+    };
+    for (const Sides& c : cases) {
+        SCOPED_TRACE(c.name);
         WindowsPanel panel(20, 10);
         panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(9));
-        panel.props.WinBorderLeftStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
-        panel.props.WinOptionColor = TypeWinOptionColor(TypeWinOptionColor::ThemesColorOption);
-        panel.Fill(kMarker);
-        panel.props.WinBorderTopStyle = TypeWinBorderStyle(TypeWinBorderStyle(topStyle));
+        panel.props.WinOptionColor = c.themes ? TypeWinOptionColor::ThemesColorOption : TypeWinOptionColor::WinBackColorOption;
+        panel.props.WinBorderTopStyle = TypeWinBorderStyle(c.top);
+        panel.props.WinBorderLeftStyle = TypeWinBorderStyle(c.left);
+        panel.props.WinBorderBottomStyle = TypeWinBorderStyle(c.bottom);
+        panel.props.WinBorderRightStyle = TypeWinBorderStyle(c.right);
         panel.Paint();
-        const ColorRef B = panel.state.SysColors.ShadedFace;
-        EXPECT_EQ(panel.Pixel(0, 9), ShiftColour(B, -40, false)) << topStyle;
-        EXPECT_EQ(panel.Pixel(1, 9), ShiftColour(B, -25, false)) << topStyle; // no bottom border: to H
-        EXPECT_EQ(panel.Pixel(2, firstRow), ShiftColour(B, -20, false)) << topStyle;
-        if (firstRow > 0 && topStyle != 3) {
-            EXPECT_NE(panel.Pixel(2, firstRow - 1), ShiftColour(B, -20, false)) << topStyle;
+        const ColorRef base = c.themes ? panel.state.SysColors.ShadedFace : Rgb(100, 150, 200);
+        for (const Probe& probe : c.probes) {
+            const ColorRef expected = probe.shift == kUntouched ? kMarker : ShiftColour(base, probe.shift, false);
+            if (probe.differs)
+                EXPECT_NE(panel.Pixel(probe.x, probe.y), expected) << probe.x << "," << probe.y;
+            else
+                EXPECT_EQ(panel.Pixel(probe.x, probe.y), expected) << probe.x << "," << probe.y;
         }
     }
-}
-
-TEST(WindowsBorders, ShadowLeftWithBackColourDrawsAlongTheTop)
-{
-    WindowsPanel panel(20, 10);
-    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(9));
-    panel.props.WinBorderLeftStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
-    panel.props.WinBorderBottomStyle = TypeWinBorderStyle(TypeWinBorderStyle::LoweredBorder);
-    panel.Paint();
-    EXPECT_EQ(panel.Pixel(19, 0), panel.B(-40));
-    EXPECT_EQ(panel.Pixel(0, 5), kMarker); // no outer left column
-    EXPECT_EQ(panel.Pixel(1, 0), panel.B(-25)); // the inner column starts at row 0, over that row
-    EXPECT_EQ(panel.Pixel(1, 8), panel.B(-25)); // stops one above the bottom (the flag)
-    EXPECT_EQ(panel.Pixel(1, 9), panel.B(40));  // the bottom's outer row
-}
-
-TEST(WindowsBorders, RightAndBottomOffsets)
-{
-    WindowsPanel panel(20, 10);
-    panel.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(9));
-    panel.props.WinBorderTopStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
-    panel.props.WinBorderRightStyle = TypeWinBorderStyle(TypeWinBorderStyle::LoweredBorder);
-    panel.Paint();
-    // Lowered, back colour: the inner column full length first, the outer one from row 2.
-    EXPECT_EQ(panel.Pixel(18, 9), panel.B(-50));
-    EXPECT_EQ(panel.Pixel(19, 1), kMarker); // the top's inner rows stop short (rf), the column starts at 2
-    EXPECT_EQ(panel.Pixel(19, 2), panel.B(40));
-    EXPECT_EQ(panel.Pixel(19, 9), panel.B(40));
-
-    WindowsPanel bottom(20, 10);
-    bottom.props.WinGradientDirection = TypeWinGradientDirection(TypeWinGradientDirection(9));
-    bottom.props.WinBorderBottomStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
-    bottom.props.WinBorderLeftStyle = TypeWinBorderStyle(TypeWinBorderStyle::ShadowBorder);
-    bottom.props.WinBorderRightStyle = TypeWinBorderStyle(TypeWinBorderStyle::LoweredBorder);
-    bottom.Paint();
-    EXPECT_EQ(bottom.Pixel(0, 9), bottom.B(-40));
-    EXPECT_EQ(bottom.Pixel(2, 8), bottom.B(-25)); // lo = 2
-    EXPECT_EQ(bottom.Pixel(1, 8), bottom.B(-25)); // the left shadow's column 1 (drawn before)
-    EXPECT_EQ(bottom.Pixel(18, 7), bottom.B(-20)); // up to W - ro = 19, end excluded
-    EXPECT_EQ(bottom.Pixel(19, 7), bottom.B(40));
 }
 
 // What a stored colour paints, as OleTranslateColor and a GDI brush give it under Wine: a
