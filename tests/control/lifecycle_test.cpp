@@ -9,7 +9,14 @@
 namespace vex::control::testing {
 namespace {
 
-using Names = std::vector<std::string>;
+// The events as "name button shift x y" (for keys: KeyCode or KeyAscii, Shift), comma separated.
+std::string Log(const RecordingEvents& events)
+{
+    std::ostringstream out;
+    for (const EventRecord& e : events.events)
+        out << (out.tellp() > 0 ? ", " : "") << e.name << ' ' << e.button << ' ' << e.shift << ' ' << e.x << ' ' << e.y;
+    return out.str();
+}
 
 class MouseTracking : public PanelTest {
 protected:
@@ -29,15 +36,10 @@ TEST_F(PanelTest, ANewControlReportsOneMouseExitOnItsFirstTick)
     host.Advance(2);
     EXPECT_TRUE(events.events.empty());
     host.Advance(1);
-    ASSERT_EQ(events.Names(), (Names { "MouseExit" }));
-    const EventRecord& exit = events.events[0];
-    EXPECT_EQ(exit.button, 0);
-    EXPECT_EQ(exit.shift, 0);
-    EXPECT_EQ(exit.x, 0.0f);
-    EXPECT_EQ(exit.y, 0.0f);
+    EXPECT_EQ(Log(events), "MouseExit 0 0 0 0");
     EXPECT_FALSE(panel.Timer1().Enabled());
     host.Advance(100);
-    EXPECT_EQ(events.events.size(), 1u);
+    EXPECT_EQ(Log(events), "MouseExit 0 0 0 0");
 }
 
 TEST_F(PanelTest, NoStartUpMouseExitWhileThePointerIsOverTheControl)
@@ -46,15 +48,6 @@ TEST_F(PanelTest, NoStartUpMouseExitWhileThePointerIsOverTheControl)
     host.Advance(30);
     EXPECT_TRUE(events.events.empty());
     EXPECT_TRUE(panel.Timer1().Enabled());
-}
-
-// The events as "name button shift x y" (for keys: KeyCode or KeyAscii, Shift), comma separated.
-std::string Log(const RecordingEvents& events)
-{
-    std::ostringstream out;
-    for (const EventRecord& e : events.events)
-        out << (out.tellp() > 0 ? ", " : "") << e.name << ' ' << e.button << ' ' << e.shift << ' ' << e.x << ' ' << e.y;
-    return out.str();
 }
 
 // One step of a mouse script: a relayed move (button, shift, x, y), the pointer put at a screen

@@ -89,13 +89,6 @@ public:
     void MouseUp(int16_t& b, int16_t& s, float& x, float& y) override { events.push_back({ "MouseUp", b, s, x, y }); }
     void MouseExit(int16_t& b, int16_t& s, float& x, float& y) override { events.push_back({ "MouseExit", b, s, x, y }); }
     void MouseEnter(int16_t& b, int16_t& s, float& x, float& y) override { events.push_back({ "MouseEnter", b, s, x, y }); }
-    std::vector<std::string> Names() const
-    {
-        std::vector<std::string> names;
-        for (const auto& event : events)
-            names.push_back(event.name);
-        return names;
-    }
 };
 
 // A 100 x 50 panel at screen (100, 100), events recorded.

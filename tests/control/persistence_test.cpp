@@ -112,28 +112,19 @@ TEST_F(PanelTest, WrittenValuesCarryTheirFieldsTypes)
 
 TEST_F(PanelTest, LoadingTakesValuesAsTheyStand)
 {
+    const std::pair<std::string, PropertyValue> saved[] = { { "PictureFrames", int16_t(0) }, { "PictureAnimDelay", int16_t(0) },
+        { "Panel3DBorderWidth", int16_t(-4) }, { "CustomBorderRadio", int16_t(-9) }, { "Appearance", int16_t(9) },
+        { "ForeColor", int32_t(0x00ABCDEF) }, { "BackColor", int32_t(0x00FEDCBA) }, { "MousePointer", int16_t(99) },
+        { "CaptionText", std::string("solo") } };
     LoggingPropertyBag bag;
-    bag.Set("PictureFrames", int16_t(0));
-    bag.Set("PictureAnimDelay", int16_t(0));
-    bag.Set("Panel3DBorderWidth", int16_t(-4));
-    bag.Set("CustomBorderRadio", int16_t(-9));
-    bag.Set("Appearance", int16_t(9));
+    for (const auto& [key, value] : saved)
+        bag.Set(key, value);
     bag.Set("CaptionEfect", int16_t(5)); // any non-zero number is True
-    bag.Set("ForeColor", int32_t(0x00ABCDEF));
-    bag.Set("BackColor", int32_t(0x00FEDCBA));
-    bag.Set("MousePointer", int16_t(99));
-    bag.Set("CaptionText", std::string("solo"));
     panel.ReadProperties(bag);
-    EXPECT_EQ(panel.PictureFrames(), 0);
-    EXPECT_EQ(panel.PictureAnimDelay(), 0);
-    EXPECT_EQ(panel.Panel3DBorderWidth(), -4);
-    EXPECT_EQ(panel.CustomBorderRadio(), -9);
-    EXPECT_EQ(static_cast<int>(panel.Appearance()), 9);
+    for (const auto& [key, value] : saved)
+        EXPECT_TRUE(SameValue(panel.PersistedValue(key), value)) << key;
     EXPECT_TRUE(panel.CaptionEfect());
-    EXPECT_EQ(panel.ForeColor(), 0x00ABCDEFu);
-    EXPECT_EQ(panel.BackColor(), 0x00FEDCBAu);
     EXPECT_EQ(surface.CursorPointer(), 99); // what the window shows
-    EXPECT_EQ(panel.CaptionText(), "solo");
     EXPECT_EQ(panel.Caption(), "");
     EXPECT_TRUE(Redraws().empty());
     EXPECT_TRUE(host.messageBoxes.empty());
