@@ -108,6 +108,7 @@ private:
 
     Owner& owner_;
     std::unique_ptr<platform::DeviceContext> dc_;
+    std::unique_ptr<platform::DeviceContext> previous_; // the context before the last resize
     platform::Size size_;
     HWND window_ = nullptr;
     bool enabled_ = true;

@@ -104,6 +104,9 @@ void ControlWindow::Resize(platform::Size size)
     if (dc_ && size == size_)
         return;
     size_ = size;
+    // A resize may arrive while a painter holds the old context (the background capture lets
+    // messages run in the middle of its work): the old one lives until the next resize.
+    previous_ = std::move(dc_);
     dc_ = platform::win32::CreateSurface(size.width, size.height);
 }
 
