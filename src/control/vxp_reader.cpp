@@ -424,8 +424,8 @@ platform::Dib ReadDib(const Entry& block)
             BadPicture("Palette must hold up to 256 four-byte entries", entry->line);
     }
 
-    platform::Dib dib(width, height, bitCount, topDown);
-    dib.bits() = std::move(bits);
+    platform::Dib dib = platform::Dib::ForWriting(width, height, bitCount, topDown);
+    std::copy(bits.begin(), bits.end(), dib.bits().begin()); // the sizes are equal, checked above
     for (size_t at = 0; at < palette.size(); at += 4)
         dib.palette().push_back(platform::RgbQuad { palette[at], palette[at + 1], palette[at + 2], palette[at + 3] });
     return dib;

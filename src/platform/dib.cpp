@@ -1,5 +1,7 @@
 #include "platform/dib.h"
 
+#include <algorithm>
+
 #include "base/numeric.h"
 #include "base/runtime_error.h"
 
@@ -11,7 +13,7 @@ int32_t Dib::StrideFor(int32_t width, int bitCount)
     return ToInt32(((bitsPerRow + 31) / 32) * 4);
 }
 
-Dib::Dib(int32_t width, int32_t height, int bitCount, bool topDown)
+Dib::Dib(int32_t width, int32_t height, int bitCount, bool topDown, Uncleared)
     : width_(width)
     , height_(height)
     , bitCount_(bitCount)
@@ -24,7 +26,24 @@ Dib::Dib(int32_t width, int32_t height, int bitCount, bool topDown)
     stride_ = StrideFor(width, bitCount);
     int64_t total = int64_t{stride_} * height;
     ToInt32(total);
-    bits_.assign(static_cast<size_t>(total), 0);
+    bits_.resize(static_cast<size_t>(total)); // left as the allocator hands it out
+}
+
+Dib::Dib(int32_t width, int32_t height, int bitCount, bool topDown)
+    : Dib(width, height, bitCount, topDown, Uncleared {})
+{
+    std::fill(bits_.begin(), bits_.end(), uint8_t { 0 });
+}
+
+Dib Dib::ForWriting(int32_t width, int32_t height, int bitCount, bool topDown)
+{
+    Dib dib(width, height, bitCount, topDown, Uncleared {});
+    size_t used = static_cast<size_t>((int64_t { width } * bitCount + 7) / 8);
+    size_t stride = static_cast<size_t>(dib.stride_);
+    if (used < stride)
+        for (size_t at = used; at < dib.bits_.size(); at += stride)
+            std::fill_n(dib.bits_.begin() + static_cast<std::ptrdiff_t>(at), stride - used, uint8_t { 0 });
+    return dib;
 }
 
 uint8_t* Dib::row(int32_t y)

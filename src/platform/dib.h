@@ -9,6 +9,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <new>
+#include <utility>
 #include <vector>
 
 #include "base/ole_color.h"
@@ -24,12 +27,34 @@ struct RgbQuad {
 };
 static_assert(sizeof(RgbQuad) == 4);
 
+// An allocator whose resize leaves new bytes as they are: a decoder that writes every pixel
+// need not pay for a pass of zeros over the whole bitmap first.
+template <class T>
+struct DefaultInitAllocator : std::allocator<T> {
+    template <class U>
+    struct rebind {
+        using other = DefaultInitAllocator<U>;
+    };
+    DefaultInitAllocator() = default;
+    template <class U>
+    DefaultInitAllocator(const DefaultInitAllocator<U>&) noexcept { }
+    template <class U>
+    void construct(U* at) noexcept { ::new (static_cast<void*>(at)) U; }
+    template <class U, class... Args>
+    void construct(U* at, Args&&... args) { ::new (static_cast<void*>(at)) U(std::forward<Args>(args)...); }
+};
+
+using PixelBytes = std::vector<uint8_t, DefaultInitAllocator<uint8_t>>;
+
 class Dib {
 public:
     Dib() = default;
     // A zero-filled bitmap. Raises Overflow for sizes whose buffer would not fit 32 bits and
     // Invalid procedure call for a bit count other than 1, 4, 8, 24 or 32 or a negative size.
     Dib(int32_t width, int32_t height, int bitCount, bool topDown = true);
+    // The same size checks, but only the rows' padding bytes are zeroed: for a writer that
+    // fills every pixel byte of every row itself.
+    static Dib ForWriting(int32_t width, int32_t height, int bitCount, bool topDown = true);
 
     int32_t width() const { return width_; }
     int32_t height() const { return height_; }
@@ -40,8 +65,8 @@ public:
 
     std::vector<RgbQuad>& palette() { return palette_; }
     const std::vector<RgbQuad>& palette() const { return palette_; }
-    std::vector<uint8_t>& bits() { return bits_; }
-    const std::vector<uint8_t>& bits() const { return bits_; }
+    PixelBytes& bits() { return bits_; }
+    const PixelBytes& bits() const { return bits_; }
 
     // Row y of the *image* (0 = top), whatever the storage order.
     uint8_t* row(int32_t y);
@@ -60,7 +85,10 @@ private:
     bool topDown_ = true;
     int32_t stride_ = 0;
     std::vector<RgbQuad> palette_;
-    std::vector<uint8_t> bits_;
+    PixelBytes bits_;
+
+    struct Uncleared { };
+    Dib(int32_t width, int32_t height, int bitCount, bool topDown, Uncleared);
 };
 
 } // namespace vex::platform

@@ -276,15 +276,16 @@ RowConverter::RowConverter(const PngHeader& header, bool interlaced, const Chunk
         path_ = packedKept ? Path::Packed : Path::Bytes;
     }
 
+    // Every row is converted before the bitmap is handed on, so its pixels need no zeros first.
     switch (path_) {
     case Path::Packed:
-        bitmap_ = Dib(header.width, header.height, depth, true);
+        bitmap_ = Dib::ForWriting(header.width, header.height, depth, true);
         packedBytes_ = static_cast<size_t>(PackedRowBytes(header.width, depth));
         break;
-    case Path::Bytes: bitmap_ = Dib(header.width, header.height, 8, true); break;
-    case Path::Bgr: bitmap_ = Dib(header.width, header.height, 24, true); break;
-    case Path::Bgra: bitmap_ = Dib(header.width, header.height, 32, false); break;
-    case Path::Compose: bitmap_ = Dib(header.width, header.height, 24, false); break;
+    case Path::Bytes: bitmap_ = Dib::ForWriting(header.width, header.height, 8, true); break;
+    case Path::Bgr: bitmap_ = Dib::ForWriting(header.width, header.height, 24, true); break;
+    case Path::Bgra: bitmap_ = Dib::ForWriting(header.width, header.height, 32, false); break;
+    case Path::Compose: bitmap_ = Dib::ForWriting(header.width, header.height, 24, false); break;
     case Path::None: return;
     }
     if (header.colorType == 0 && path_ != Path::Bgra && path_ != Path::Compose)

@@ -143,7 +143,7 @@ TEST(VxpFormat, HostilePicturesEndInInvalidPicture)
     MemoryPropertyBag bag = ParseVxp(picture(good + "Bits = \"AAAA\"\nBits = \"/w==\"\n"));
     auto loaded = std::get<platform::PictureRef>(*bag.Get("Picture"));
     ASSERT_TRUE(loaded);
-    EXPECT_EQ(loaded->bitmap().bits(), (std::vector<uint8_t> { 0, 0, 0, 255 }));
+    EXPECT_EQ(loaded->bitmap().bits(), (platform::PixelBytes { 0, 0, 0, 255 }));
 }
 
 TEST(VxpFormat, DeepNestingIsRefused)
