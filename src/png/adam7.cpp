@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <string_view>
+#include <type_traits>
 
 #include "png/unfilter.h"
 
@@ -107,17 +108,47 @@ void Deinterlace(uint8_t* data, const PngHeader& header, std::vector<uint8_t>& i
     }
 }
 
-Adam7Sink::Adam7Sink(const PngHeader& header, uint8_t* image)
+Adam7Sink::Adam7Sink(const PngHeader& header, RowConverter& converter)
     : bitsPerPixel_(BitsPerPixel(header))
     , step_(static_cast<size_t>(FilterStep(bitsPerPixel_)))
-    , imageRowBytes_(static_cast<size_t>(PackedRowBytes(header.width, bitsPerPixel_)))
     , width_(header.width)
     , height_(header.height)
-    , image_(image)
-    , current_(imageRowBytes_)
-    , previous_(imageRowBytes_)
+    , converter_(converter)
+    , pixelBytes_(static_cast<size_t>(converter.Bitmap().bitCount() / 8))
+    , current_(static_cast<size_t>(PackedRowBytes(header.width, bitsPerPixel_)))
+    , previous_(current_.size())
+    , converted_(static_cast<size_t>(header.width) * pixelBytes_)
 {
     StartPass(0);
+}
+
+// Pass row r goes to image row y: converted a pass row at a time, then each pixel to its column.
+void Adam7Sink::PlaceRow(int64_t y)
+{
+    const Adam7Pass& pass = kAdam7[pass_];
+    uint8_t* target = converter_.Bitmap().row(static_cast<int32_t>(y));
+    size_t columns = static_cast<size_t>(columns_);
+    if (pixelBytes_ == 0) {
+        ScatterRow(current_.data(), columns_, pass, bitsPerPixel_, target);
+        return;
+    }
+    if (pass.columnStep == 1) { // the last pass owns whole rows
+        converter_.ConvertPixels(static_cast<int32_t>(y), current_.data(), columns, 0, 1, target);
+        return;
+    }
+    const size_t first = static_cast<size_t>(pass.firstColumn), step = static_cast<size_t>(pass.columnStep);
+    converter_.ConvertPixels(static_cast<int32_t>(y), current_.data(), columns, first, step, converted_.data());
+    auto scatter = [&](auto pixelBytes) {
+        const uint8_t* from = converted_.data();
+        uint8_t* to = target + first * pixelBytes;
+        for (size_t i = 0; i < columns; ++i, from += pixelBytes, to += step * pixelBytes)
+            std::memcpy(to, from, pixelBytes);
+    };
+    switch (pixelBytes_) {
+    case 1: scatter(std::integral_constant<size_t, 1> {}); break;
+    case 3: scatter(std::integral_constant<size_t, 3> {}); break;
+    default: scatter(std::integral_constant<size_t, 4> {}); break;
+    }
 }
 
 // The next pass that holds data, from `pass` on (pass 7: all done).
@@ -141,8 +172,7 @@ size_t Adam7Sink::Take(const uint8_t* window, size_t windowStart, size_t end)
         size_t length = rowLength_ - 1;
         std::memcpy(current_.data(), filtered + 1, length);
         UnfilterRow(filtered[0], current_.data(), row_ == 0 ? nullptr : previous_.data(), length, step_);
-        int64_t y = kAdam7[pass_].firstRow + row_ * kAdam7[pass_].rowStep;
-        ScatterRow(current_.data(), columns_, kAdam7[pass_], bitsPerPixel_, image_ + static_cast<size_t>(y) * imageRowBytes_);
+        PlaceRow(kAdam7[pass_].firstRow + row_ * kAdam7[pass_].rowStep);
         current_.swap(previous_);
         next_ += rowLength_;
         if (++row_ == rows_)

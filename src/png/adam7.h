@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "png/inflate.h"
+#include "png/pixel_convert.h"
 #include "png/png_header.h"
 
 namespace vex::png {
@@ -45,27 +46,28 @@ int64_t InterlacedDataSize(int64_t width, int64_t height, int bitsPerPixel);
 // height * PackedRowBytes). The caller has checked that data holds InterlacedDataSize bytes.
 void Deinterlace(uint8_t* data, const PngHeader& header, std::vector<uint8_t>& image);
 
-// The same while the data is inflated: each pass row is unfiltered as soon as it is complete
-// and scattered into `image` (height * PackedRowBytes bytes, zero-filled by the caller when
-// pixels are under 8 bits: their rows are written a few bits at a time).
+// The same while the data is inflated: each pass row is unfiltered as soon as it is complete,
+// converted to the bitmap's pixels and scattered straight into the bitmap the converter holds,
+// so the image is never held twice.
 class Adam7Sink final : public InflateOutput {
 public:
-    Adam7Sink(const PngHeader& header, uint8_t* image);
+    Adam7Sink(const PngHeader& header, RowConverter& converter);
     size_t Take(const uint8_t* window, size_t windowStart, size_t end) override;
 
 private:
     void StartPass(int pass);
+    void PlaceRow(int64_t y);
 
     int bitsPerPixel_;
     size_t step_;
-    size_t imageRowBytes_;
     int64_t width_, height_;
-    uint8_t* image_;
+    RowConverter& converter_;
+    size_t pixelBytes_; // the bitmap's; 0 for pixels of under 8 bits, which move bit by bit
     int pass_ = -1;
     int64_t columns_ = 0, rows_ = 0, row_ = 0;
     size_t rowLength_ = 0;
     size_t next_ = 0; // output index of the next pass row's filter byte
-    std::vector<uint8_t> current_, previous_;
+    std::vector<uint8_t> current_, previous_, converted_;
 };
 
 } // namespace vex::png

@@ -213,16 +213,13 @@ void LoadPNG::Decode(ByteSource& file)
     ChunkData chunkData{chunks_.palette, chunks_.transparency, chunks_.hasTransparency};
     std::optional<platform::Dib> bitmap;
     bool treeError = false;
-    // Rows straight into the bitmap (or the de-interlaced image) as they are inflated, when the
+    // Rows (or Adam7 pass rows) straight into the bitmap as they are inflated, when the
     // bitmap's size cannot be an Overflow (which the whole-image path raises only after the
     // inflate).
     bool bitmapFits = int64_t{platform::Dib::StrideFor(header.width, 32)} * header.height <= std::numeric_limits<int32_t>::max();
     if (interlaced && bitmapFits) {
-        size_t imageBytes = static_cast<size_t>(rowBytes) * static_cast<size_t>(header.height);
-        std::unique_ptr<uint8_t[]> image(new uint8_t[imageBytes]); // every byte is scattered to ...
-        if (bitsPerPixel < 8)
-            std::memset(image.get(), 0, imageBytes); // ... or a few bits at a time
-        Adam7Sink sink(header, image.get());
+        RowConverter converter(header, true, chunkData, settings);
+        Adam7Sink sink(header, converter);
         ImageDataReader reader(file, chunks_.imageData, skip);
         int32_t capacity = static_cast<int32_t>(expected);
         InflateOutcome outcome = inflater_.InflateStreaming(reader, inputSize, capacity, sink, static_cast<size_t>(rowBytes + 1));
@@ -232,9 +229,7 @@ void LoadPNG::Decode(ByteSource& file)
                 Raise(ErrorCode::SubscriptOutOfRange);
             if (header.colorType == 4 || header.colorType == 6)
                 haveAlpha_ = true;
-            bitmap = ConvertImage(header, PackedImage{image.get(), static_cast<size_t>(rowBytes), true}, chunkData, settings);
-            if (!bitmap)
-                return;
+            bitmap = converter.Finish();
         }
     } else if (!interlaced && bitmapFits) {
         RowConverter converter(header, false, chunkData, settings);

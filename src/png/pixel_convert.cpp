@@ -62,9 +62,8 @@ std::vector<RgbQuad> PaletteQuads(const std::vector<uint8_t>& palette, int depth
 // ---- Opaque paths -------------------------------------------------------------------------
 
 // One byte per pixel from samples of 1, 2, 4 or 16 bits (16: the high byte).
-void ExpandRowToBytes(const PngHeader& header, const uint8_t* source, uint8_t* target)
+void ExpandRowToBytes(const PngHeader& header, size_t width, const uint8_t* source, uint8_t* target)
 {
-    size_t width = static_cast<size_t>(header.width);
     if (header.bitDepth == 16) {
         for (size_t x = 0; x < width; ++x)
             target[x] = source[2 * x];
@@ -74,9 +73,8 @@ void ExpandRowToBytes(const PngHeader& header, const uint8_t* source, uint8_t* t
     }
 }
 
-void RgbRowToBgr(const PngHeader& header, const uint8_t* source, uint8_t* target)
+void RgbRowToBgr(const PngHeader& header, size_t width, const uint8_t* source, uint8_t* target)
 {
-    size_t width = static_cast<size_t>(header.width);
     if (header.bitDepth == 8) {
         // A pixel at a time through a 32-bit word: bytes 0 and 2 trade places. The word's
         // fourth byte is the next pixel's first and is overwritten by it, so only the last
@@ -144,11 +142,10 @@ void SwapRedAndBlue(const uint8_t* source, uint8_t* out, size_t width)
     }
 }
 
-// Row y of the image as B, G, R, A bytes.
-void ExpandRowToBgra(const PngHeader& header, const uint8_t* source, const ChunkData& chunks,
+// `width` pixels of a row as B, G, R, A bytes.
+void ExpandRowToBgra(const PngHeader& header, size_t width, const uint8_t* source, const ChunkData& chunks,
                      const TransparentValue& transparent, const std::vector<RgbQuad>& ramp, uint8_t* out)
 {
-    size_t width = static_cast<size_t>(header.width);
     int depth = header.bitDepth;
     bool wide = depth == 16;
     switch (header.colorType) {
@@ -224,15 +221,16 @@ void ExpandRowToBgra(const PngHeader& header, const uint8_t* source, const Chunk
     }
 }
 
-// The background row under image row y, B, G, R: the background picture's pixels where it
-// covers the image (offset by the SetToBkgrnd position), the background colour elsewhere.
-void FillBackgroundRow(const ConversionSettings& settings, int32_t y, size_t width, uint8_t* out)
+// The background under `width` pixels of image row y at columns first, first + step, ...,
+// B, G, R: the background picture's pixels where it covers the image (offset by the SetToBkgrnd
+// position), the background colour elsewhere.
+void FillBackgroundRow(const ConversionSettings& settings, int32_t y, size_t width, size_t first, size_t step, uint8_t* out)
 {
     const Dib* picture = settings.backgroundPicture;
     int64_t pictureY = int64_t{y} + settings.pictureY;
     for (size_t x = 0; x < width; ++x, out += 3) {
         ColorRef colour = settings.background;
-        int64_t pictureX = static_cast<int64_t>(x) + settings.pictureX;
+        int64_t pictureX = static_cast<int64_t>(first + x * step) + settings.pictureX;
         if (picture != nullptr && pictureX >= 0 && pictureY >= 0 && pictureX < picture->width() &&
             pictureY < picture->height())
             colour = picture->pixel(static_cast<int32_t>(pictureX), static_cast<int32_t>(pictureY));
@@ -279,8 +277,9 @@ RowConverter::RowConverter(const PngHeader& header, bool interlaced, const Chunk
     // Every row is converted before the bitmap is handed on, so its pixels need no zeros first.
     switch (path_) {
     case Path::Packed:
-        bitmap_ = Dib::ForWriting(header.width, header.height, depth, true);
-        packedBytes_ = static_cast<size_t>(PackedRowBytes(header.width, depth));
+        // Interlaced pixels of under 8 bits are set a few bits at a time, into zeros.
+        bitmap_ = interlaced && depth < 8 ? Dib(header.width, header.height, depth, true)
+                                          : Dib::ForWriting(header.width, header.height, depth, true);
         break;
     case Path::Bytes: bitmap_ = Dib::ForWriting(header.width, header.height, 8, true); break;
     case Path::Bgr: bitmap_ = Dib::ForWriting(header.width, header.height, 24, true); break;
@@ -303,23 +302,29 @@ RowConverter::RowConverter(const PngHeader& header, bool interlaced, const Chunk
         bgra_.resize(width * 4);
         background_.resize(width * 3);
         if (settings.backgroundPicture == nullptr)
-            FillBackgroundRow(settings, 0, width, background_.data());
+            FillBackgroundRow(settings, 0, width, 0, 1, background_.data());
     }
 }
 
 void RowConverter::ConvertRow(int32_t y, const uint8_t* row)
 {
-    uint8_t* target = bitmap_.row(y);
+    ConvertPixels(y, row, static_cast<size_t>(header_.width), 0, 1, bitmap_.row(y));
+}
+
+void RowConverter::ConvertPixels(int32_t y, const uint8_t* row, size_t count, size_t first, size_t step, uint8_t* target)
+{
     switch (path_) {
-    case Path::Packed: std::memcpy(target, row, packedBytes_); break;
-    case Path::Bytes: ExpandRowToBytes(header_, row, target); break;
-    case Path::Bgr: RgbRowToBgr(header_, row, target); break;
-    case Path::Bgra: ExpandRowToBgra(header_, row, chunks_, transparent_, ramp_, target); break;
+    case Path::Packed:
+        std::memcpy(target, row, (count * static_cast<size_t>(header_.bitDepth) + 7) / 8);
+        break;
+    case Path::Bytes: ExpandRowToBytes(header_, count, row, target); break;
+    case Path::Bgr: RgbRowToBgr(header_, count, row, target); break;
+    case Path::Bgra: ExpandRowToBgra(header_, count, row, chunks_, transparent_, ramp_, target); break;
     case Path::Compose:
-        ExpandRowToBgra(header_, row, chunks_, transparent_, ramp_, bgra_.data());
+        ExpandRowToBgra(header_, count, row, chunks_, transparent_, ramp_, bgra_.data());
         if (settings_.backgroundPicture != nullptr)
-            FillBackgroundRow(settings_, y, static_cast<size_t>(header_.width), background_.data());
-        ComposeRow(bgra_.data(), background_.data(), target, static_cast<size_t>(header_.width));
+            FillBackgroundRow(settings_, y, count, first, step, background_.data());
+        ComposeRow(bgra_.data(), background_.data(), target, count);
         break;
     case Path::None: break;
     }

@@ -68,6 +68,11 @@ public:
     bool Supported() const { return path_ != Path::None; }
     // Converts image row y (0 = top) from its packed, unfiltered bytes.
     void ConvertRow(int32_t y, const uint8_t* row);
+    // Converts `count` packed pixels that belong at columns first, first + step, ... of image
+    // row y into `count` consecutive pixels of the bitmap's format at `target` (an Adam7 pass
+    // row, before it is scattered). Packed pixels of under 8 bits only as whole rows.
+    void ConvertPixels(int32_t y, const uint8_t* row, size_t count, size_t first, size_t step, uint8_t* target);
+    platform::Dib& Bitmap() { return bitmap_; }
     platform::Dib Finish() { return std::move(bitmap_); }
 
 private:
@@ -77,7 +82,6 @@ private:
     const ConversionSettings& settings_;
     Path path_ = Path::None;
     platform::Dib bitmap_;
-    size_t packedBytes_ = 0;
     TransparentValue transparent_;
     std::vector<platform::RgbQuad> ramp_;
     std::vector<uint8_t> bgra_;       // a row before composition

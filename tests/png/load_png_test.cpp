@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "png/adam7.h"
 #include "png/load_png.h"
 #include "png_writer.h"
 #include "raises.h"
@@ -248,6 +249,74 @@ TEST(LoadPNG, TransparencyForGreyRgbAndPalette)
         auto opaque = DecodeInto(plain, c.file);
         EXPECT_TRUE(plain.HaveTransparence());
         EXPECT_NE(opaque.dib()->bitCount(), 24 + 8);
+    }
+}
+
+// The same pixels stored as the seven Adam7 passes (filter None): every pass row holds the
+// pixels of its columns, their bits packed from the most significant end.
+std::vector<uint8_t> Interlaced(const std::vector<uint8_t>& packed, int32_t width, int32_t height, int bits)
+{
+    size_t rowBytes = static_cast<size_t>(PackedRowBytes(width, bits));
+    auto bitAt = [&](const uint8_t* row, int64_t bit) { return (row[bit / 8] >> (7 - bit % 8)) & 1; };
+    std::vector<uint8_t> data;
+    for (int pass = 0; pass < kAdam7Passes; ++pass) {
+        if (PassColumns(width, pass) == 0)
+            continue;
+        for (int64_t r = 0; r < PassRows(height, pass); ++r) {
+            const uint8_t* source = packed.data() + static_cast<size_t>(kAdam7[pass].firstRow + r * kAdam7[pass].rowStep) * rowBytes;
+            std::vector<uint8_t> row(static_cast<size_t>(PassRowBytes(width, bits, pass)) + 1, 0);
+            for (int64_t i = 0; i < PassColumns(width, pass); ++i)
+                for (int b = 0; b < bits; ++b)
+                    if (bitAt(source, (kAdam7[pass].firstColumn + i * kAdam7[pass].columnStep) * bits + b))
+                        row[1 + static_cast<size_t>((i * bits + b) / 8)] |= static_cast<uint8_t>(0x80 >> ((i * bits + b) % 8));
+            data.insert(data.end(), row.begin(), row.end());
+        }
+    }
+    return data;
+}
+
+// Pass rows are converted on their own and then scattered, so each pixel must still meet its
+// own background pixel and palette entry: an interlaced file decodes exactly as its twin.
+TEST(LoadPNG, AnInterlacedFileDecodesAsItsNonInterlacedTwin)
+{
+    struct Case {
+        int depth, colorType;
+        bool alpha, trans;
+    };
+    const Case cases[] = {{8, 6, true, false}, {8, 6, false, false}, {4, 3, false, true}, {2, 3, false, false}, {16, 2, false, false}};
+    platform::Dib backdrop(9, 7, 24, true);
+    for (size_t i = 0; i < backdrop.bits().size(); ++i)
+        backdrop.bits()[i] = static_cast<uint8_t>(i * 29);
+    std::vector<uint8_t> palette(16 * 3), alphas(16);
+    for (size_t i = 0; i < palette.size(); ++i)
+        palette[i] = static_cast<uint8_t>(i * 53 + 7);
+    for (size_t i = 0; i < alphas.size(); ++i)
+        alphas[i] = static_cast<uint8_t>(i * 17);
+    const int32_t width = 11, height = 10;
+    for (const Case& c : cases) {
+        PngHeader header{width, height, c.depth, c.colorType, 0, 0, 0};
+        int bits = BitsPerPixel(header);
+        std::vector<uint8_t> packed(static_cast<size_t>(PackedRowBytes(width, bits)) * height);
+        for (size_t i = 0; i < packed.size(); ++i)
+            packed[i] = static_cast<uint8_t>(i * 101 + 13);
+        const platform::Dib* decoded[2] = {};
+        Decoded results[2];
+        for (int interlace = 0; interlace < 2; ++interlace) {
+            PngWriter writer;
+            writer.Ihdr(width, height, c.depth, c.colorType, interlace).Chunk("PLTE", palette).Chunk("tRNS", alphas);
+            writer.Idat(interlace ? Interlaced(packed, width, height, bits) : WithFilterBytes(packed, packed.size() / height)).Iend();
+            LoadPNG decoder;
+            decoder.setSetAlpha(c.alpha);
+            decoder.setSetTrans(c.trans);
+            decoder.setBackgroundPicture(platform::Picture::FromBitmap(backdrop));
+            decoder.SetToBkgrnd(true, 3, 1);
+            results[interlace] = DecodeInto(decoder, writer.bytes());
+            decoded[interlace] = results[interlace].dib();
+            ASSERT_TRUE(decoded[interlace]) << c.colorType << "/" << c.depth;
+        }
+        EXPECT_EQ(decoded[1]->bitCount(), decoded[0]->bitCount());
+        EXPECT_EQ(decoded[1]->palette(), decoded[0]->palette());
+        EXPECT_EQ(decoded[1]->bits(), decoded[0]->bits()) << c.colorType << "/" << c.depth;
     }
 }
 
