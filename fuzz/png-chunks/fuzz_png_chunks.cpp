@@ -12,9 +12,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     vex::png::Inflater inflater;
-    vex::png::TextInflate inflate = [&](std::vector<uint8_t>& bytes, int32_t& capacity) {
-        int32_t result = 0;
-        inflater.Inflate(bytes, capacity, false, result);
+    vex::png::TextInflate inflate = [&](std::span<const uint8_t> stream, int32_t capacity, std::string& text) {
+        inflater.InflateText(stream, capacity, text);
     };
     vex::png::ChunkState state;
     for (int pass = 0; pass < 2; ++pass) {

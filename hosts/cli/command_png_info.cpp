@@ -17,20 +17,25 @@ namespace vex::cli {
 
 namespace {
 
-std::string Escaped(const std::string& text)
+// Writes the text escaped, a piece at a time: a zText of tens of megabytes is not copied.
+void WriteEscaped(std::ostream& out, const std::string& text)
 {
-    std::string out;
+    std::string piece;
     for (char c : text) {
         switch (c) {
-        case '\0': out += "\\0"; break;
-        case '\\': out += "\\\\"; break;
-        case '\n': out += "\\n"; break;
-        case '\r': out += "\\r"; break;
-        case '\t': out += "\\t"; break;
-        default: out += c;
+        case '\0': piece += "\\0"; break;
+        case '\\': piece += "\\\\"; break;
+        case '\n': piece += "\\n"; break;
+        case '\r': piece += "\\r"; break;
+        case '\t': piece += "\\t"; break;
+        default: piece += c;
+        }
+        if (piece.size() >= 4096) {
+            out << piece;
+            piece.clear();
         }
     }
-    return out;
+    out << piece;
 }
 
 const char* Boolean(bool value)
@@ -78,9 +83,11 @@ int CommandPngInfo(Arguments arguments)
               << "HasBKGDChunk = " << Boolean(decoder.HasBKGDChunk()) << "\n"
               << "BkgdColor = " << colour << "\n"
               << "gama = " << Shortest(decoder.gama()) << "\n"
-              << "Text = " << Escaped(decoder.Text()) << "\n"
-              << "zText = " << Escaped(decoder.zText()) << "\n"
-              << "ModiTime = " << decoder.ModiTime() << "\n"
+              << "Text = ";
+    WriteEscaped(std::cout, decoder.Text());
+    std::cout << "\nzText = ";
+    WriteEscaped(std::cout, decoder.zText());
+    std::cout << "\nModiTime = " << decoder.ModiTime() << "\n"
               << "Bits = " << decoder.OutputBitsPerPixel() << "\n";
     if (!box->Picture) {
         std::cerr << "vexpanel png-info: no picture was produced (ErrorNumber " << decoder.ErrorNumber() << ")\n";

@@ -106,7 +106,7 @@ CompressedTextStream SplitCompressedText(std::string& text, const std::vector<ui
     CompressedTextStream result;
     size_t start = keywordEnd + 4; // keyword NUL, method byte, two zlib header bytes
     if (start < payload.size())
-        result.stream.assign(payload.begin() + static_cast<std::ptrdiff_t>(start), payload.end());
+        result.stream = std::span<const uint8_t>(payload).subspan(start);
     int64_t upperBound = static_cast<int64_t>(payload.size()) - 1;
     result.capacity = upperBound > 0 ? ToInt32(12 * upperBound) : 0;
     return result;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -41,10 +42,11 @@ std::string ModificationTimeText(const std::vector<uint8_t>& payload);
 void AppendText(std::string& text, const std::vector<uint8_t>& payload);
 
 // Splits a zTXt payload: appends the keyword and a NUL to `text` and returns the compressed
-// stream (5 bytes past the keyword: its NUL, the method byte and the 2-byte zlib header) and the
-// output capacity to give the inflate (12 times the payload's last index).
+// stream (5 bytes past the keyword: its NUL, the method byte and the 2-byte zlib header), a view
+// into the payload, and the output capacity to give the inflate (12 times the payload's last
+// index).
 struct CompressedTextStream {
-    std::vector<uint8_t> stream;
+    std::span<const uint8_t> stream;
     int32_t capacity = 0;
 };
 CompressedTextStream SplitCompressedText(std::string& text, const std::vector<uint8_t>& payload);

@@ -12,6 +12,9 @@ namespace vex::png {
 
 namespace {
 
+// Payloads whose text could not even be addressed are left to the inflate's own checks.
+constexpr size_t kMaxReservedPayload = size_t{1} << 28;
+
 // A file opened for binary access: a position counted from 1 and reads that never fail.
 class BinaryFile {
 public:
@@ -60,9 +63,14 @@ void ReadHeader(const std::vector<uint8_t>& buffer, PngHeader& header)
 
 void ReadCompressedText(const std::vector<uint8_t>& buffer, ChunkState& state, const TextInflate& inflate)
 {
+    // Room for all this chunk may add (keyword, text of at most 12 times the payload, two NULs)
+    // before any of it comes, so that a text of many megabytes is not copied as it grows.
+    std::string& text = state.compressedText;
+    const size_t most = text.size() + 13 * buffer.size() + 128;
+    if (most > text.capacity() && buffer.size() <= kMaxReservedPayload)
+        text.reserve(std::max(most, std::min(text.max_size(), 2 * text.capacity())));
     CompressedTextStream split = SplitCompressedText(state.compressedText, buffer);
-    inflate(split.stream, split.capacity);
-    state.compressedText.append(split.stream.begin(), split.stream.end());
+    inflate(split.stream, split.capacity, state.compressedText);
     state.compressedText.push_back('\0');
 }
 

@@ -74,8 +74,10 @@ struct ChunkState {
     std::string modificationTime;
 };
 
-// Inflates a zTXt stream in place with the given output capacity.
-using TextInflate = std::function<void(std::vector<uint8_t>& data, int32_t& capacity)>;
+// Inflates a zTXt stream with the given output capacity and appends the text to `text`; when
+// the trees cannot be built the stream's own bytes are appended instead (the inflate leaves its
+// data as given). Raising leaves `text` as it was.
+using TextInflate = std::function<void(std::span<const uint8_t> stream, int32_t capacity, std::string& text)>;
 
 // What every new stream starts with: no tRNS or bKGD seen yet, no image data. The rest of the
 // state carries over.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <limits>
 #include <new>
 
 #include "base/numeric.h"
@@ -264,6 +265,68 @@ InflateOutcome Inflater::InflateStreaming(InflateInput& input, uint64_t inputSiz
     stream.sink = &output;
     stream.RefillInput();
     return Run(stream);
+}
+
+namespace {
+
+class MemoryInput final : public InflateInput {
+public:
+    explicit MemoryInput(std::span<const uint8_t> bytes) : bytes_(bytes) { }
+    size_t Read(uint8_t* to, size_t count) override
+    {
+        count = std::min(count, bytes_.size() - at_);
+        std::memcpy(to, bytes_.data() + at_, count);
+        at_ += count;
+        return count;
+    }
+
+private:
+    std::span<const uint8_t> bytes_;
+    size_t at_ = 0;
+};
+
+class TextOutput final : public InflateOutput {
+public:
+    explicit TextOutput(std::string& text) : text_(text) { }
+    size_t Take(const uint8_t* window, size_t windowStart, size_t end) override
+    {
+        text_.append(reinterpret_cast<const char*>(window + (taken_ - windowStart)), end - taken_);
+        taken_ = end;
+        return end;
+    }
+
+private:
+    std::string& text_;
+    size_t taken_ = 0;
+};
+
+} // namespace
+
+void Inflater::InflateText(std::span<const uint8_t> input, int32_t& capacity, std::string& text)
+{
+    const size_t mark = text.size();
+    try {
+        // Room for the most the stream may give, asked for before it comes so that the text
+        // never moves while it grows. Untouched, the room costs address space only.
+        if (capacity >= 0 && capacity <= std::numeric_limits<int32_t>::max() - 100) {
+            const size_t most = mark + size_t(capacity) + 101;
+            if (most > text.capacity())
+                text.reserve(std::max(most, std::min(text.max_size(), 2 * text.capacity())));
+        }
+        MemoryInput source(input);
+        TextOutput sink(text);
+        const InflateOutcome outcome = InflateStreaming(source, input.size(), capacity, sink, 0);
+        if (outcome.treeError) { // the data stays as it was given
+            text.resize(mark);
+            text.append(reinterpret_cast<const char*>(input.data()), input.size());
+        }
+    } catch (const std::bad_alloc&) {
+        text.resize(mark);
+        Raise(ErrorCode::OutOfMemory);
+    } catch (...) {
+        text.resize(mark);
+        throw;
+    }
 }
 
 void Inflater::Inflate(std::vector<uint8_t>& data, int32_t& capacity, bool deflate64, int32_t& result)

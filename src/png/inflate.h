@@ -104,6 +104,11 @@ public:
     InflateOutcome InflateStreaming(InflateInput& input, uint64_t inputSize, int32_t& capacity,
                                     InflateOutput& output, size_t keep);
 
+    // zTXt: the same results as Inflate, appended to `text` as they come instead of through a
+    // zero-filled array of the whole capacity; on a tree error the input's own bytes are
+    // appended. If anything is raised `text` is left as it was.
+    void InflateText(std::span<const uint8_t> input, int32_t& capacity, std::string& text);
+
     struct Tables;
 
 private:

@@ -66,9 +66,8 @@ int32_t LoadPNG::Open(ByteSource& file)
 {
     outputBits_ = 0;
     try {
-        TextInflate inflateText = [this](std::vector<uint8_t>& data, int32_t& capacity) {
-            int32_t result = 0;
-            inflater_.Inflate(data, capacity, false, result);
+        TextInflate inflateText = [this](std::span<const uint8_t> stream, int32_t capacity, std::string& text) {
+            inflater_.InflateText(stream, capacity, text); // the result code is not looked at
         };
         int32_t code = ReadChunks(file, chunks_, inflateText);
         if (code != kErrorNone) {

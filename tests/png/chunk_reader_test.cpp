@@ -17,20 +17,19 @@ using testing::PngWriter;
 using vex::testing::RaisedBy;
 
 // zTXt goes through this stand-in for the decoder's inflate: zlib, raw deflate.
-void RawInflate(std::vector<uint8_t>& data, int32_t& capacity)
+void RawInflate(std::span<const uint8_t> data, int32_t capacity, std::string& text)
 {
     capacity += 100;
     std::vector<uint8_t> out(static_cast<size_t>(capacity));
     z_stream stream{};
     inflateInit2(&stream, -15);
-    stream.next_in = data.data();
+    stream.next_in = const_cast<uint8_t*>(data.data());
     stream.avail_in = static_cast<uInt>(data.size());
     stream.next_out = out.data();
     stream.avail_out = static_cast<uInt>(out.size());
     inflate(&stream, Z_FINISH);
-    out.resize(stream.total_out);
+    text.append(out.begin(), out.begin() + static_cast<std::ptrdiff_t>(stream.total_out));
     inflateEnd(&stream);
-    data = out;
 }
 
 int32_t Read(const std::vector<uint8_t>& file, ChunkState& state)
