@@ -275,7 +275,8 @@ public:
     size_t Read(uint8_t* to, size_t count) override
     {
         count = std::min(count, bytes_.size() - at_);
-        std::memcpy(to, bytes_.data() + at_, count);
+        if (count > 0) // an empty stream has no bytes to point at
+            std::memcpy(to, bytes_.data() + at_, count);
         at_ += count;
         return count;
     }
@@ -318,7 +319,7 @@ void Inflater::InflateText(std::span<const uint8_t> input, int32_t& capacity, st
         const InflateOutcome outcome = InflateStreaming(source, input.size(), capacity, sink, 0);
         if (outcome.treeError) { // the data stays as it was given
             text.resize(mark);
-            text.append(reinterpret_cast<const char*>(input.data()), input.size());
+            text.append(input.begin(), input.end());
         }
     } catch (const std::bad_alloc&) {
         text.resize(mark);
