@@ -46,6 +46,7 @@ ComPanel::ComPanel()
 
 ComPanel::~ComPanel()
 {
+    ReleaseFontObject();
     Guard([&] { panel_->OnTerminate(); });
     window_.Destroy();
     panel_.reset();
@@ -147,6 +148,62 @@ HRESULT ComPanel::Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* pa
 }
 
 HRESULT ComPanel::InterfaceSupportsErrorInfo(REFIID iid) { return iid == IID__VexPanel ? S_OK : S_FALSE; }
+
+// ---- The font object -----------------------------------------------------------------------------
+
+HRESULT ComPanel::FontWatcher::QueryInterface(REFIID iid, void** object)
+{
+    if (iid == IID_IUnknown || iid == IID_IPropertyNotifySink) {
+        *object = static_cast<IPropertyNotifySink*>(this);
+        return S_OK;
+    }
+    *object = nullptr;
+    return E_NOINTERFACE;
+}
+
+HRESULT ComPanel::FontWatcher::OnChanged(DISPID)
+{
+    IFontDisp* font = owner_.font_;
+    if (!font)
+        return S_OK;
+    return Guard([&] {
+        platform::FontDesc changed = FromFont(font);
+        if (!(changed == owner_.panel_->Font()))
+            owner_.panel_->setFont(changed);
+    });
+}
+
+void ComPanel::ReleaseFontObject()
+{
+    if (fontPoint_) {
+        fontPoint_->Unadvise(fontCookie_);
+        fontPoint_->Release();
+        fontPoint_ = nullptr;
+    }
+    if (font_) {
+        font_->Release();
+        font_ = nullptr;
+    }
+}
+
+IFontDisp* ComPanel::Publish(const platform::FontDesc& font)
+{
+    if (!font_ || !(FromFont(font_) == font)) {
+        ReleaseFontObject();
+        font_ = ToFont(font);
+        IConnectionPointContainer* points = nullptr;
+        if (SUCCEEDED(font_->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&points)))) {
+            if (SUCCEEDED(points->FindConnectionPoint(IID_IPropertyNotifySink, &fontPoint_))
+                && FAILED(fontPoint_->Advise(&fontWatcher_, &fontCookie_))) {
+                fontPoint_->Release();
+                fontPoint_ = nullptr;
+            }
+            points->Release();
+        }
+    }
+    font_->AddRef();
+    return font_;
+}
 
 // ---- Methods -----------------------------------------------------------------------------------
 

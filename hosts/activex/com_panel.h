@@ -103,7 +103,7 @@ public:
     {                                                                                                \
         if (!value)                                                                                  \
             return E_POINTER;                                                                        \
-        return Guard([&] { *value = Com<Type>::Out(panel_->Name()); });                             \
+        return Guard([&] { *value = Publish(panel_->Name()); });                                     \
     }                                                                                                \
     VEX_COM_PUT_##Store(Name, Type)
     VEX_PROPERTIES(VEX_COM_PROPERTY)
@@ -111,6 +111,14 @@ public:
 #undef VEX_COM_PUT_Window
 #undef VEX_COM_PUT_Facet
 #undef VEX_COM_PUT_Field
+
+    // A property's value as the interface carries it; the font is the control's own font object.
+    template <typename T>
+    typename Com<T>::Wire Publish(const T& value)
+    {
+        return Com<T>::Out(value);
+    }
+    IFontDisp* Publish(const platform::FontDesc& font);
 
     // ---- _VexPanel: the methods ----------------------------------------------------------------
     HRESULT STDMETHODCALLTYPE Refresh() override;
@@ -221,6 +229,21 @@ private:
     void FireMouse(std::string_view event, int16_t& Button, int16_t& Shift, float& x, float& y);
 
     void OnPropertyChanged(const std::string& name);
+    // The font object Font returns: one object while the font stays the same; a change to its
+    // facets (Panel.Font.Bold = True) reaches the panel through its property notifications.
+    class FontWatcher final : public IPropertyNotifySink {
+    public:
+        explicit FontWatcher(ComPanel& owner) : owner_(owner) { }
+        HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+        ULONG STDMETHODCALLTYPE AddRef() override { return 2; } // lives with its control
+        ULONG STDMETHODCALLTYPE Release() override { return 1; }
+        HRESULT STDMETHODCALLTYPE OnChanged(DISPID) override;
+        HRESULT STDMETHODCALLTYPE OnRequestEdit(DISPID) override { return S_OK; }
+
+    private:
+        ComPanel& owner_;
+    };
+    void ReleaseFontObject();
     void ReadAmbient();
     HRESULT ActivateInPlace(IOleClientSite* site, bool uiActivate);
     platform::Size ExtentPixels() const;
@@ -243,6 +266,10 @@ private:
     bool initialised_ = false; // InitNew or Load ran
     bool uiActive_ = false;
     int frozen_ = 0;           // FreezeEvents nesting: events are not raised while frozen
+    FontWatcher fontWatcher_ { *this };
+    IFontDisp* font_ = nullptr; // the font object last handed out
+    IConnectionPoint* fontPoint_ = nullptr;
+    DWORD fontCookie_ = 0;
 };
 
 } // namespace vex::activex

@@ -120,6 +120,13 @@ Check "Font set: FontName", p.FontName, "MS Sans Serif"
 Check "Font set: FontSize", p.FontSize, 9.75
 Check "Font set: FontBold", p.FontBold, False
 
+' Changing the facets of the object Font returns changes the control's font.
+p.Font.Bold = True
+Check "Font.Bold = True: FontBold", p.FontBold, True
+p.Font.Name = "Tahoma"
+Check "Font.Name: FontName", p.FontName, "Tahoma"
+Check "Font is one object", p.Font Is p.Font, True
+
 ' ---- The host's coercions and the control's errors ----
 p.PictureFrames = 40000 : CheckError "Integer 40000", 6
 p.PictureFrames = "abc" : CheckError "Integer ""abc""", 13
