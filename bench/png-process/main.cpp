@@ -23,12 +23,15 @@
 #include <vector>
 
 #include "../png/corpus.h"
+#include "../png/decoders.h"
 #include "png/load_png.h"
 #include "wuffs_peer.h"
 
 namespace {
 
 using vex::bench::CorpusFile;
+using vex::bench::DecodeOurs;
+using vex::bench::DecodeLibpng;
 using vex::bench::CorpusOptions;
 using vex::bench::ImageKind;
 
@@ -124,30 +127,8 @@ double ThreadSeconds()
     return now.tv_sec + now.tv_nsec / 1e9;
 }
 
-uint64_t DecodeOurs(const CorpusFile& file)
-{
-    vex::png::LoadPNG decoder;
-    auto box = std::make_shared<vex::png::PictureBox>();
-    decoder.setPicBox(box);
-    decoder.OpenPNGFromMemory(file.png);
-    if (!box->Picture)
-        return 0;
-    const auto& bits = box->Picture->bitmap().bits();
-    return bits.size() + bits[bits.size() / 2];
-}
-
-uint64_t DecodeLibpng(const CorpusFile& file)
-{
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_memory(&image, file.png.data(), file.png.size()))
-        return 0;
-    image.format = file.channels == 4 ? PNG_FORMAT_BGRA : PNG_FORMAT_BGR;
-    std::vector<uint8_t> out(PNG_IMAGE_SIZE(image));
-    if (!png_image_finish_read(&image, nullptr, out.data(), 0, nullptr))
-        return 0;
-    return out.size() + out[out.size() / 2];
-}
+// libpng as the bitmap holds the pixels, blue first.
+uint64_t DecodeLibpngBgr(const CorpusFile& file) { return DecodeLibpng(file, vex::bench::ChannelOrder::Bgr); }
 
 uint64_t DecodeWuffs(const CorpusFile& file) { return vex::bench::DecodeWuffs(file.png.data(), file.png.size(), file.channels == 4); }
 
@@ -210,7 +191,7 @@ int main()
     std::vector<double> versusWuffs, versusLibpng;
     for (const Item& item : corpus) {
         double best[3] = {1e30, 1e30, 1e30};
-        uint64_t (*decoders[3])(const CorpusFile&) = {DecodeOurs, DecodeWuffs, DecodeLibpng};
+        uint64_t (*decoders[3])(const CorpusFile&) = {DecodeOurs, DecodeWuffs, DecodeLibpngBgr};
         for (int turn = 0; turn < kTurns; ++turn)
             for (int d = 0; d < 3; ++d) {
                 double start = ThreadSeconds();

@@ -24,38 +24,18 @@
 
 #include "base/runtime_error.h"
 #include "corpus.h"
+#include "decoders.h"
 #include "png/load_png.h"
 
 namespace {
 
 using vex::bench::CorpusFile;
+using vex::bench::DecodeOurs;
+using vex::bench::DecodeLibpng;
 using vex::bench::ImageKind;
 
 // Each decoder returns a checksum of a few output bytes so that no work is optimised away.
-uint64_t DecodeOurs(const CorpusFile& file)
-{
-    vex::png::LoadPNG decoder;
-    auto box = std::make_shared<vex::png::PictureBox>();
-    decoder.setPicBox(box);
-    decoder.OpenPNGFromMemory(file.png);
-    if (!box->Picture)
-        return 0;
-    const auto& bits = box->Picture->bitmap().bits();
-    return bits.size() + bits[bits.size() / 2];
-}
-
-uint64_t DecodeLibpng(const CorpusFile& file)
-{
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_memory(&image, file.png.data(), file.png.size()))
-        return 0;
-    image.format = file.channels == 4 ? PNG_FORMAT_RGBA : PNG_FORMAT_RGB;
-    std::vector<uint8_t> out(PNG_IMAGE_SIZE(image));
-    if (!png_image_finish_read(&image, nullptr, out.data(), 0, nullptr))
-        return 0;
-    return out.size() + out[out.size() / 2];
-}
+uint64_t DecodeLibpngRgb(const CorpusFile& file) { return DecodeLibpng(file, vex::bench::ChannelOrder::Rgb); }
 
 uint64_t DecodeSpng(const CorpusFile& file)
 {
@@ -118,7 +98,7 @@ struct Decoder {
     uint64_t (*decode)(const CorpusFile&);
 };
 const Decoder kDecoders[] = {
-    {"ours", DecodeOurs}, {"libpng", DecodeLibpng}, {"libspng", DecodeSpng}, {"stb_image", DecodeStb}};
+    {"ours", DecodeOurs}, {"libpng", DecodeLibpngRgb}, {"libspng", DecodeSpng}, {"stb_image", DecodeStb}};
 constexpr size_t kDecoderCount = std::size(kDecoders);
 
 // The thread's CPU time: the machine is shared, and wall-clock time would measure the neighbours.
