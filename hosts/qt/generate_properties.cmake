@@ -115,6 +115,10 @@ if(count EQUAL 0)
   message(FATAL_ERROR "no properties found in ${TABLE}")
 endif()
 
+# The pages' Windows gradient list offers 6 and 7, which no member names; Qt-only members let
+# Designer's list show them and a .ui file keep them (an <enum> holds a member's name).
+list(APPEND members_TypeWinGradientDirection "RetangleTopToBorder = 6" "RetangleBorderToTop = 7")
+
 set(enum_declarations "")
 foreach(enum IN LISTS enums)
   list(JOIN members_${enum} ", " members)

@@ -6,30 +6,41 @@ namespace vex::qt {
 
 namespace {
 
-constexpr int kNoSystemAlpha = 255;
+constexpr int kPlainAlpha = 255;
+constexpr int kNamedSystemAlpha = kPlainAlpha - 1; // index 0; lower alphas for higher indices
+constexpr int kFirstNamedSystemAlpha = kNamedSystemAlpha - (platform::kSystemColorCount - 1);
+
+constexpr bool IsNamedSystemColour(OleColor colour)
+{
+    return (colour & 0xFFFFFF00u) == 0x80000000u && SystemColorIndex(colour) < platform::kSystemColorCount;
+}
+
+QColor FromColorRef(ColorRef rgb, int alpha = kPlainAlpha)
+{
+    return QColor(static_cast<int>(RedOf(rgb)), static_cast<int>(GreenOf(rgb)), static_cast<int>(BlueOf(rgb)), alpha);
+}
 
 } // namespace
 
 QColor ToQColor(OleColor colour)
 {
-    const bool system = IsSystemColor(colour) && (colour & 0x7FFFFF00u) == 0
-        && SystemColorIndex(colour) < platform::kSystemColorCount;
-    if (system) {
+    if (IsNamedSystemColour(colour)) {
         const int index = SystemColorIndex(colour);
-        const ColorRef shown = platform::ClassicSystemColor(index);
-        return QColor(static_cast<int>(RedOf(shown)), static_cast<int>(GreenOf(shown)), static_cast<int>(BlueOf(shown)),
-            kNoSystemAlpha - 1 - index);
+        return FromColorRef(platform::ClassicSystemColor(index), kNamedSystemAlpha - index);
     }
-    return QColor(static_cast<int>(RedOf(colour)), static_cast<int>(GreenOf(colour)), static_cast<int>(BlueOf(colour)));
+    const int highByte = static_cast<int>(colour >> 24);
+    const bool keptInAlpha = highByte > 0 && highByte < kFirstNamedSystemAlpha;
+    return FromColorRef(colour & 0xFFFFFFu, keptInAlpha ? highByte : kPlainAlpha);
 }
 
 OleColor ToOleColor(const QColor& colour)
 {
     const QColor rgb = colour.toRgb();
-    const int index = kNoSystemAlpha - 1 - rgb.alpha();
-    if (index >= 0 && index < platform::kSystemColorCount)
-        return SystemColor(index);
-    return Rgb(static_cast<uint32_t>(rgb.red()), static_cast<uint32_t>(rgb.green()), static_cast<uint32_t>(rgb.blue()));
+    const int alpha = rgb.alpha();
+    if (alpha >= kFirstNamedSystemAlpha && alpha < kPlainAlpha)
+        return SystemColor(kNamedSystemAlpha - alpha);
+    const OleColor low = Rgb(static_cast<uint32_t>(rgb.red()), static_cast<uint32_t>(rgb.green()), static_cast<uint32_t>(rgb.blue()));
+    return alpha == kPlainAlpha ? low : (static_cast<OleColor>(alpha) << 24) | low;
 }
 
 } // namespace vex::qt

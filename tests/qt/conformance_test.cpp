@@ -31,8 +31,13 @@ public:
     }
 
     control::VexPanel& Panel() { return widget_->panel(); }
-    // Real timers: the time passes with some slack, so that a tick due within it has run.
-    void Advance(int32_t milliseconds) { QTest::qWait(milliseconds + 10); }
+    // Real timers: the time passes with some slack, then the ticks that fell due run (qWait can
+    // return from its last sleep without dispatching them).
+    void Advance(int32_t milliseconds)
+    {
+        QTest::qWait(milliseconds + 10);
+        QCoreApplication::processEvents();
+    }
     void MoveMouse(platform::Point client)
     {
         const QPoint point(client.x, client.y);

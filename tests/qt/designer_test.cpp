@@ -20,6 +20,7 @@
 #include "control/memory_property_bag.h"
 #include "control/vex_panel.h"
 #include "control/vxp_format.h"
+#include "qt/qt_colours.h"
 #include "qt/vex_panel_widget.h"
 
 namespace vex::qt {
@@ -141,7 +142,9 @@ TEST(QtDesigner, AUiFileKeepsEverySetting)
         else if (value.metaType() == QMetaType::fromType<QString>())
             changed = name + QStringLiteral(" text");
         else if (value.metaType() == QMetaType::fromType<QColor>())
-            changed = (i % 2) ? QColor((i * 37) & 255, (i * 59) & 255, (i * 83) & 255) : panel->property("Panel3DShadow"); // plain, or a system colour
+            changed = (i % 3 == 0) ? QColor((i * 37) & 255, (i * 59) & 255, (i * 83) & 255) // plain, a system colour, a palette entry
+                : (i % 3 == 1)     ? panel->property("Panel3DShadow")
+                                   : ToQColor(0x01000000u | static_cast<uint32_t>(i));
         else if (value.metaType() == QMetaType::fromType<QFont>())
             changed = QFont(QStringLiteral("DejaVu Sans"), 11, QFont::Bold, true);
         else if (value.metaType() == QMetaType::fromType<QPixmap>()) {

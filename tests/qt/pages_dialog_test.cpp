@@ -1,9 +1,13 @@
 // The pages dialog driven as a user drives it, by object name: edits enable Apply, Apply writes
 // the editors in table order and stops at a failure, combos store their item's index, Cancel
 // writes nothing. With VEX_QT_SHOTS set to a folder, the dialog's tabs are saved there as PNGs.
+#include <QApplication>
 #include <QCheckBox>
+#include <QColorDialog>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFontDialog>
+#include <QTimer>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -60,6 +64,25 @@ protected:
         QTest::keyClick(list, Qt::Key_Home);
         for (int i = 0; i < index; ++i)
             QTest::keyClick(list, Qt::Key_Down);
+    }
+    // Clicks a button that opens a modal dialog of type D, which `answer` fills in and accepts.
+    template <typename D>
+    void ClickAndAnswer(const QString& button, std::function<void(D&)> answer)
+    {
+        bool answered = false;
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, [&] {
+            if (auto* open = qobject_cast<D*>(QApplication::activeModalWidget())) {
+                answered = true;
+                answer(*open);
+                open->accept();
+            }
+        });
+        poll.start(10);
+        auto* opener = dialog.findChild<QAbstractButton*>(button);
+        ASSERT_NE(opener, nullptr) << button.toStdString();
+        QTest::mouseClick(opener, Qt::LeftButton);
+        EXPECT_TRUE(answered) << button.toStdString();
     }
     QPushButton* Button(QDialogButtonBox::StandardButton which)
     {
@@ -145,6 +168,35 @@ TEST_F(PagesDialogTest, CombosStoreTheirItemsIndexAndCancelWritesNothing)
         EXPECT_EQ(widget.property(c.property).toInt(), c.index) << c.property;
     EXPECT_EQ(panel.Caption(), "Edited");
     EXPECT_EQ(panel.BackColor(), 0x123456u);
+}
+
+// The colour and font dialogs fill their pages' editors; Apply writes them.
+TEST_F(PagesDialogTest, ThePickersFillTheEditorsThatApplyWrites)
+{
+    Editor<QLineEdit>("clrWinBackColorText");
+    ClickAndAnswer<QColorDialog>(QStringLiteral("clrWinBackColorPick"),
+        [](QColorDialog& colours) { colours.setCurrentColor(QColor(0x12, 0x34, 0x56, 200)); });
+    EXPECT_EQ(dialog.findChild<QLineEdit*>("clrWinBackColorText")->text(), QStringLiteral("&H00563412&")); // plain, opaque
+
+    Editor<QLineEdit>("txtFontName");
+    ClickAndAnswer<QFontDialog>(QStringLiteral("cmdChooseFont"), [](QFontDialog& fonts) {
+        QFont chosen(QStringLiteral("DejaVu Sans"), 14);
+        chosen.setBold(true);
+        chosen.setStrikeOut(true);
+        fonts.setCurrentFont(chosen);
+    });
+    EXPECT_EQ(dialog.findChild<QLineEdit*>("txtFontName")->text(), QStringLiteral("DejaVu Sans"));
+    EXPECT_EQ(dialog.findChild<QLineEdit*>("txtFontSize")->text(), QStringLiteral("14"));
+    EXPECT_TRUE(dialog.findChild<QCheckBox*>("chkFontBold")->isChecked());
+    EXPECT_FALSE(dialog.findChild<QCheckBox*>("chkFontItalic")->isChecked());
+
+    QTest::mouseClick(Button(QDialogButtonBox::Apply), Qt::LeftButton);
+    EXPECT_TRUE(errors.isEmpty()) << errors.join('\n').toStdString();
+    EXPECT_EQ(panel.WinBackColor(), 0x563412u);
+    EXPECT_EQ(panel.Font().name, "DejaVu Sans");
+    EXPECT_EQ(panel.Font().size, 14.0f);
+    EXPECT_TRUE(panel.Font().bold);
+    EXPECT_TRUE(panel.Font().strikethrough);
 }
 
 } // namespace

@@ -15,6 +15,7 @@
 #include "headless/headless_host.h"
 #include "platform/soft/soft_device_context.h"
 #include "png_io.h"
+#include "qt/qt_colours.h"
 #include "qt/qt_pictures.h"
 #include "qt/vex_panel_widget.h"
 #include "render/colour.h"
@@ -259,6 +260,38 @@ TEST(QtWidget, PropertiesByNameGoThroughThePanelsSets)
         }
     }
     EXPECT_GE(count, 60);
+}
+
+// A colour property holds any 32-bit value; as a QColor (and so in a .ui file) every value that
+// can name a colour comes back as itself, and a named system colour shows its colour.
+TEST(QtWidget, ColoursComeBackAsTheValueTheyWere)
+{
+    struct Case {
+        OleColor value;
+        OleColor back;
+    };
+    const Case cases[] = {
+        { 0x00563412u, 0x00563412u }, // plain
+        { 0x80000000u, 0x80000000u }, // the first and last system colours the host names
+        { 0x8000001Eu, 0x8000001Eu },
+        { 0x8000001Fu, 0x8000001Fu }, // system indices it does not name
+        { 0x800000FFu, 0x800000FFu },
+        { 0x80123456u, 0x80123456u },
+        { 0x01000005u, 0x01000005u }, // a palette entry
+        { 0x02563412u, 0x02563412u }, // palette-relative
+        { 0xDF000001u, 0xDF000001u },
+        { 0xE0563412u, 0x00563412u }, // high bytes that name nothing keep their colour only
+        { 0xFFFFFFFFu, 0x00FFFFFFu },
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.value);
+        const QColor shown = ToQColor(c.value);
+        EXPECT_EQ(ToOleColor(shown), c.back);
+        const QColor saved(shown.red(), shown.green(), shown.blue(), shown.alpha()); // 8 bits each, as in a .ui file
+        EXPECT_EQ(ToOleColor(saved), c.back);
+    }
+    EXPECT_EQ(ToQColor(SystemColor(syscolor::ButtonShadow)).rgb(), qRgb(128, 128, 128));
+    EXPECT_EQ(ToOleColor(QColor(1, 2, 3)), 0x030201u); // what Designer's picker gives
 }
 
 } // namespace
