@@ -4,6 +4,7 @@
 
 #include "com_errors.h"
 #include "module.h"
+#include "property_pages.h"
 
 namespace vex::activex {
 
@@ -93,6 +94,10 @@ HRESULT ComPanel::QueryInterface(REFIID iid, void** object)
         *object = static_cast<IPersistPropertyBag*>(this);
     else if (iid == IID_IPersistStorage)
         *object = static_cast<IPersistStorage*>(this);
+    else if (iid == IID_ISpecifyPropertyPages)
+        *object = static_cast<ISpecifyPropertyPages*>(this);
+    else if (iid == kPanelObjectId) // this server's pages, in-process
+        *object = static_cast<_VexPanel*>(this);
     else {
         *object = nullptr;
         return E_NOINTERFACE;

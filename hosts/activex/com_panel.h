@@ -60,6 +60,7 @@ class ComPanel final : public _VexPanel,
                        public IPersistStreamInit,
                        public IPersistPropertyBag,
                        public IPersistStorage,
+                       public ISpecifyPropertyPages,
                        private ControlWindow::Owner,
                        private control::PanelEvents {
 public:
@@ -203,6 +204,9 @@ public:
     HRESULT STDMETHODCALLTYPE Save(IStorage* storage, BOOL sameAsLoad) override;
     HRESULT STDMETHODCALLTYPE SaveCompleted(IStorage*) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE HandsOffStorage() override { return S_OK; }
+
+    // ---- ISpecifyPropertyPages: the seven pages (property_pages.cpp) ---------------------------
+    HRESULT STDMETHODCALLTYPE GetPages(CAUUID* pages) override;
 
     control::VexPanel& panel() { return *panel_; }
 

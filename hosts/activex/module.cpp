@@ -1,5 +1,5 @@
-// The server's entry points: DllGetClassObject with the class factory of VexPanel,
-// DllCanUnloadNow, DllRegisterServer and DllUnregisterServer (registration.cpp).
+// The server's entry points: DllGetClassObject with the class factories of VexPanel and its
+// property pages, DllCanUnloadNow, DllRegisterServer and DllUnregisterServer (registration.cpp).
 #include <initguid.h>
 
 #include "module.h"
@@ -8,6 +8,7 @@
 
 #include "com_errors.h"
 #include "com_panel.h"
+#include "property_pages.h"
 #include "registration.h"
 
 namespace vex::activex {
@@ -105,7 +106,7 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID iid, void** object)
         return E_POINTER;
     *object = nullptr;
     if (classId != CLSID_VexPanel)
-        return CLASS_E_CLASSNOTAVAILABLE;
+        return GetPageClassObject(classId, iid, object);
     return gFactory.QueryInterface(iid, object);
 }
 

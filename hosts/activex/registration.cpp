@@ -4,6 +4,7 @@
 #include <olectl.h>
 
 #include "container_host.h"
+#include "property_pages.h"
 #include "typelib_ids.h"
 
 namespace vex::activex {
@@ -52,7 +53,8 @@ HRESULT RegisterServer(const std::wstring& modulePath)
         && Write(progId + L"\\CLSID", L"", classId)
         && Write(progId + L"\\CurVer", L"", versioned)
         && Write(versioned, L"", description)
-        && Write(versioned + L"\\CLSID", L"", classId);
+        && Write(versioned + L"\\CLSID", L"", classId)
+        && RegisterPages(modulePath);
     if (!written) {
         UnregisterServer();
         return SELFREG_E_CLASS;
@@ -72,6 +74,7 @@ HRESULT UnregisterServer()
     Remove(ClassKey());
     Remove(Wide(kProgId));
     Remove(Wide(kVersionedProgId));
+    UnregisterPages();
     GUID library {};
     std::wstring braced = Braced(kLibraryId);
     if (SUCCEEDED(CLSIDFromString(braced.c_str(), &library)))

@@ -1,6 +1,7 @@
 // Checks the control's type library and registration from the Windows side:
 //     activex-check typelib SERVER        the library in SERVER, loaded back, against the tables
-//     activex-check registered SERVER     every key of the registration, pointing at SERVER
+//     activex-check registered SERVER     every key of the registration (the property pages' classes
+//                                         too), pointing at SERVER
 //     activex-check unregistered          none of them left
 // Prints one line per difference and exits 1 when there is any.
 #include <windows.h>
@@ -13,6 +14,7 @@
 #include "model/dispatch_ids.h"
 #include "model/enum_names.h"
 #include "model/property_table.h"
+#include "page_ids.h"
 #include "typelib_ids.h"
 
 namespace {
@@ -401,7 +403,7 @@ std::vector<Key> Registration(const std::wstring& server)
     const std::wstring progId = Wide(vex::activex::kProgId);
     const std::wstring versioned = Wide(vex::activex::kVersionedProgId);
     const std::wstring library = L"TypeLib\\" + Braced(vex::activex::kLibraryId);
-    return {
+    std::vector<Key> keys = {
         { classKey + L"\\InprocServer32", nullptr, server },
         { classKey + L"\\InprocServer32", L"ThreadingModel", L"Apartment" },
         { classKey + L"\\ProgID", nullptr, versioned },
@@ -418,6 +420,13 @@ std::vector<Key> Registration(const std::wstring& server)
         { L"Interface\\" + Braced(vex::activex::kInterfaceId), nullptr, L"" },
         { L"Interface\\" + Braced(vex::activex::kEventsId), nullptr, L"" },
     };
+    for (const vex::activex::PageClass& page : vex::activex::kPageClasses) {
+        if (!page.classId)
+            continue;
+        keys.push_back({ L"CLSID\\" + Braced(page.classId) + L"\\InprocServer32", nullptr, server });
+        keys.push_back({ L"CLSID\\" + Braced(page.classId) + L"\\InprocServer32", L"ThreadingModel", L"Apartment" });
+    }
+    return keys;
 }
 
 bool Exists(const std::wstring& key)
@@ -444,9 +453,12 @@ int CheckRegistered(const std::wstring& server)
 
 int CheckUnregistered()
 {
-    const std::wstring keys[] = { L"CLSID\\" + Braced(vex::activex::kClassId), Wide(vex::activex::kProgId),
+    std::vector<std::wstring> keys = { L"CLSID\\" + Braced(vex::activex::kClassId), Wide(vex::activex::kProgId),
         Wide(vex::activex::kVersionedProgId), L"TypeLib\\" + Braced(vex::activex::kLibraryId),
         L"Interface\\" + Braced(vex::activex::kInterfaceId), L"Interface\\" + Braced(vex::activex::kEventsId) };
+    for (const vex::activex::PageClass& page : vex::activex::kPageClasses)
+        if (page.classId)
+            keys.push_back(L"CLSID\\" + Braced(page.classId));
     for (const std::wstring& key : keys)
         if (Exists(key))
             Fail("%ls is still there", key.c_str());
