@@ -5,6 +5,7 @@
 #include <olectl.h>
 
 #include "module.h"
+#include "property_pages.h"
 #include "registration.h"
 
 namespace vex::activex {
@@ -95,7 +96,7 @@ HRESULT ComPanel::Close(DWORD saveOption)
     return S_OK;
 }
 
-HRESULT ComPanel::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HWND, LPCRECT)
+HRESULT ComPanel::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HWND parent, LPCRECT)
 {
     switch (verb) {
     case OLEIVERB_PRIMARY:
@@ -108,7 +109,7 @@ HRESULT ComPanel::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HWND, LPC
         window_.Show(false);
         return S_OK;
     case OLEIVERB_PROPERTIES:
-        return E_NOTIMPL;
+        return ShowPropertyPages(static_cast<_VexPanel*>(this), parent, Wide(host_.displayName));
     default:
         return verb < 0 ? E_NOTIMPL : OLEOBJ_S_INVALIDVERB;
     }

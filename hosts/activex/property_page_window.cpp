@@ -161,8 +161,8 @@ void PropertyPageObject::Build()
         int listWidth = kEditorWidth;
         int textWidth = kEditorWidth;
         if (editor.kind == pages::EditorKind::ColorBox) {
-            listWidth = kEditorWidth - 86;
-            textWidth = 82;
+            textWidth = 92; // "&H8000000F&"
+            listWidth = kEditorWidth - textWidth - 4;
             make(L"EDIT", L"", ES_AUTOHSCROLL | WS_TABSTOP, editorX + listWidth + 4, y, textWidth, kControlHeight,
                 kColourTextId + static_cast<int>(i));
         }

@@ -113,6 +113,18 @@ HRESULT SpecifyPages(CAUUID* pages)
 
 HRESULT ComPanel::GetPages(CAUUID* pages) { return SpecifyPages(pages); }
 
+HRESULT ShowPropertyPages(IUnknown* control, HWND owner, const std::wstring& caption)
+{
+    CAUUID pages {};
+    HRESULT status = SpecifyPages(&pages);
+    if (FAILED(status))
+        return status;
+    status = OleCreatePropertyFrame(owner, 0, 0, caption.c_str(), 1, &control, pages.cElems, pages.pElems,
+        GetUserDefaultLCID(), 0, nullptr);
+    CoTaskMemFree(pages.pElems);
+    return status;
+}
+
 HRESULT GetPageClassObject(REFCLSID classId, REFIID iid, void** object)
 {
     static std::vector<PageFactory> factories = [] {

@@ -76,6 +76,9 @@ private:
 // ISpecifyPropertyPages::GetPages: the seven pages in order.
 HRESULT SpecifyPages(CAUUID* pages);
 
+// The system's frame with the seven pages for control, modal over owner (the properties verb).
+HRESULT ShowPropertyPages(IUnknown* control, HWND owner, const std::wstring& caption);
+
 // The class factory of one of the server's page classes, or CLASS_E_CLASSNOTAVAILABLE.
 HRESULT GetPageClassObject(REFCLSID classId, REFIID iid, void** object);
 

@@ -5,7 +5,8 @@
 //                                (found by editor name) and applied; the control's properties are
 //                                then read back through IDispatch (DIR: the examples, for a PNG)
 //     activex-pages frame FILE [PAGE]
-//                                OleCreatePropertyFrame shows the pages (each of the server's
+//                                the properties verb opens the system's frame
+//                                (OleCreatePropertyFrame) with the pages (each of the server's
 //                                as a tab, in order); with tab PAGE shown (its first editor found)
 //                                the frame's window is written to FILE (.bmp) and closed
 // Prints "FAIL ..." per difference and "PASS <mode>" when there was none; exits 1 on failure.
@@ -437,16 +438,16 @@ int Frame(const std::string& file, int page)
     IUnknown* control = NewControl();
     if (!control)
         return 1;
-    ISpecifyPropertyPages* specify = nullptr;
-    CAUUID pages {};
-    if (FAILED(control->QueryInterface(IID_ISpecifyPropertyPages, reinterpret_cast<void**>(&specify)))
-        || FAILED(specify->GetPages(&pages))) {
-        Fail("no pages");
+    IOleObject* object = nullptr;
+    if (FAILED(control->QueryInterface(IID_IOleObject, reinterpret_cast<void**>(&object)))) {
+        Fail("no IOleObject");
         return 1;
     }
     FrameDriver driver { file, page };
     HANDLE thread = CreateThread(nullptr, 0, &DriveFrame, &driver, 0, nullptr);
-    OleCreatePropertyFrame(nullptr, 40, 40, L"VexPanel1", 1, &control, pages.cElems, pages.pElems, LOCALE_USER_DEFAULT, 0, nullptr);
+    // The properties verb opens the system's frame with the control's pages.
+    if (HRESULT status = object->DoVerb(OLEIVERB_PROPERTIES, nullptr, nullptr, 0, nullptr, nullptr); FAILED(status))
+        Fail("the properties verb: %#lx", static_cast<unsigned long>(status));
     WaitForSingleObject(thread, INFINITE);
     CloseHandle(thread);
     std::string titles;
@@ -468,8 +469,7 @@ int Frame(const std::string& file, int page)
         Fail("the frame's page %d shows no editor", page);
     if (!driver.written)
         Fail("cannot write %s", file.c_str());
-    CoTaskMemFree(pages.pElems);
-    specify->Release();
+    object->Release();
     control->Release();
     return gFailures ? 1 : 0;
 }
