@@ -294,7 +294,8 @@ void RunCase(const PageCase& test, IUnknown* control, IDispatch* dispatch, HWND 
         boxes = answerer.texts;
     }
     if (test.error) {
-        if (SUCCEEDED(applied) || boxes.size() != 1 || boxes[0] != test.error)
+        // The page stays changed, so that the frame keeps its Apply and the user's edits.
+        if (SUCCEEDED(applied) || boxes.size() != 1 || boxes[0] != test.error || page->IsPageDirty() != S_OK)
             Fail("%s: Apply gave %#lx and %zu message boxes (%s)", test.page, static_cast<unsigned long>(applied),
                 boxes.size(), boxes.empty() ? "" : boxes[0].c_str());
     } else if (FAILED(applied) || !boxes.empty() || page->IsPageDirty() != S_FALSE) {
