@@ -216,6 +216,30 @@ VEX_DRAWING_CASES(painter_panel_cases)
         props.PictureAlignment = TypeAlignment(TypeAlignment::CenterMiddle);
         PaintPanel(dc, props);
     } });
+    // 24-bit pictures (three bytes a pixel, rows padded to four): a centred texture in a wide
+    // Custom frame, and a centred sprite keyed on its magenta surround.
+    cases.push_back({ "painters_pictures_texture_centred_24bit", 97, 61, [](DeviceContext& dc, Facts&) {
+        Dib sprite = PatternDib(14, 11, 24);
+        for (int32_t y = 0; y < 11; ++y)
+            for (int32_t x = 0; x < 14; ++x)
+                if (x < 2 || y < 2 || x > 11 || y > 8) {
+                    uint8_t* pixel = sprite.row(y) + x * 3;
+                    pixel[0] = 255; // blue, green, red: magenta
+                    pixel[1] = 0;
+                    pixel[2] = 255;
+                }
+        PanelProperties props;
+        props.Appearance = TypeAppearance(TypeAppearance::Custom);
+        props.CustomGradientStyle = TypeCustomGradientStyle(TypeCustomGradientStyle::UseTexture);
+        props.CustomBorderWidth = 4;
+        props.PictureBackground = platform::Picture::FromBitmap(PatternDib(23, 17, 24));
+        props.PictureBackgroundStyle = TypePictureBackgroundStyle(TypePictureBackgroundStyle::CenteredPicture);
+        props.Picture = platform::Picture::FromBitmap(std::move(sprite));
+        props.PictureUseMask = true;
+        props.PictureMaskColor = Rgb(255, 0, 255);
+        props.PictureAlignment = TypeAlignment(TypeAlignment::CenterMiddle);
+        PaintPanel(dc, props);
+    } });
     cases.push_back({ "painters_pictures_centred_wide", 40, 30, [](DeviceContext& dc, Facts&) {
         PanelProperties props;
         props.Appearance = TypeAppearance(TypeAppearance::Windows);
