@@ -137,7 +137,8 @@ HRESULT ComPanel::ActivateInPlace(IOleClientSite* site, bool uiActivate)
         IOleInPlaceFrame* frame = nullptr;
         IOleInPlaceUIWindow* document = nullptr;
         RECT position {}, clip {};
-        OLEINPLACEFRAMEINFO frameInfo { sizeof frameInfo };
+        OLEINPLACEFRAMEINFO frameInfo {};
+        frameInfo.cb = sizeof frameInfo;
         inPlace->GetWindowContext(&frame, &document, &position, &clip, &frameInfo);
         if (frame)
             frame->Release();

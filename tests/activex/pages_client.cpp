@@ -444,7 +444,9 @@ int Frame(const std::string& file, int page)
         Fail("no IOleObject");
         return 1;
     }
-    FrameDriver driver { file, page };
+    FrameDriver driver;
+    driver.file = file;
+    driver.page = page;
     HANDLE thread = CreateThread(nullptr, 0, &DriveFrame, &driver, 0, nullptr);
     // The properties verb opens the system's frame with the control's pages.
     if (HRESULT status = object->DoVerb(OLEIVERB_PROPERTIES, nullptr, nullptr, 0, nullptr, nullptr); FAILED(status))
@@ -475,6 +477,67 @@ int Frame(const std::string& file, int page)
     return gFailures ? 1 : 0;
 }
 
+// The About box: Acerca shows it as a dialog of the caller's; its picture is written and it is
+// answered.
+struct AboutDriver {
+    std::string file;
+    std::string text;
+    bool written = false;
+};
+
+DWORD WINAPI DriveAbout(void* argument)
+{
+    auto& driver = *static_cast<AboutDriver*>(argument);
+    for (int waited = 0; waited < 200; ++waited, Sleep(50)) {
+        HWND box = FindWindowW(L"#32770", nullptr);
+        wchar_t text[512] {};
+        if (!box || !IsWindowVisible(box) || !GetDlgItemTextW(box, 0xFFFF, text, 511)) // a message box's text
+            continue;
+        driver.text = Narrow(text);
+        RedrawWindow(box, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
+        Sleep(300);
+        driver.written = WriteBitmap(driver.file, box);
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+        break;
+    }
+    return 0;
+}
+
+int About(const std::string& file)
+{
+    IUnknown* control = NewControl();
+    if (!control)
+        return 1;
+    IDispatch* automation = nullptr;
+    DISPID acerca = 0;
+    wchar_t name[] = L"Acerca";
+    LPOLESTR names[] = { name };
+    if (FAILED(control->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&automation)))
+        || FAILED(automation->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &acerca))) {
+        Fail("no Acerca");
+        return 1;
+    }
+    AboutDriver driver;
+    driver.file = file;
+    HANDLE thread = CreateThread(nullptr, 0, &DriveAbout, &driver, 0, nullptr);
+    DISPPARAMS none {};
+    VARIANT result;
+    VariantInit(&result);
+    if (HRESULT status = automation->Invoke(acerca, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, &result, nullptr, nullptr);
+        FAILED(status))
+        Fail("Acerca: %#lx", static_cast<unsigned long>(status));
+    WaitForSingleObject(thread, INFINITE);
+    CloseHandle(thread);
+    std::printf("about box: %s\n", driver.text.c_str());
+    if (driver.text.rfind("VexPanel", 0) != 0)
+        Fail("the About box says \"%s\"", driver.text.c_str());
+    if (!driver.written)
+        Fail("cannot write %s", file.c_str());
+    automation->Release();
+    control->Release();
+    return gFailures ? 1 : 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -486,8 +549,10 @@ int main(int argc, char** argv)
         status = Pages(argv[2]);
     else if (mode == "frame" && argc >= 3)
         status = Frame(argv[2], argc > 3 ? std::atoi(argv[3]) : 0);
+    else if (mode == "about" && argc == 3)
+        status = About(argv[2]);
     else
-        std::printf("usage: activex-pages pages EXAMPLES | frame FILE.bmp [PAGE]\n");
+        std::printf("usage: activex-pages pages EXAMPLES | frame FILE.bmp [PAGE] | about FILE.bmp\n");
     if (status == 0)
         std::printf("PASS %s\n", mode.c_str());
     OleUninitialize();
