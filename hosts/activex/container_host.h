@@ -73,7 +73,9 @@ public:
     ControlWindow(Owner& owner, platform::Size size);
     ~ControlWindow() override;
 
-    platform::DeviceContext& Dc() override { return *dc_; }
+    // The panel asks for the context to draw into the picture: the window shows the picture again
+    // once the thread is idle, as a window that keeps a persistent picture does.
+    platform::DeviceContext& Dc() override;
     int32_t hDC() override;
     int32_t hWnd() override;
     platform::Size ClientSize() override { return size_; }

@@ -110,6 +110,13 @@ void ControlWindow::Resize(platform::Size size)
     dc_ = platform::win32::CreateSurface(size.width, size.height);
 }
 
+platform::DeviceContext& ControlWindow::Dc()
+{
+    if (window_)
+        InvalidateRect(window_, nullptr, FALSE);
+    return *dc_;
+}
+
 int32_t ControlWindow::hDC()
 {
     // Handles are 32-bit values sign-extended in a 64-bit process, so the low half names them.

@@ -1,8 +1,11 @@
 // A container for the control, as a form hosts it: Wine's ATL host window (AtlAxWin) places the
 // registered control in a window, loads it from a stream, and the program drives it.
 //     activex-client events                  events with by-reference changes, classinfo, stream
-//     activex-client render DIR W H FILE...  each .vxp loaded into a W x H control; the
-//                                            control window's pixels to DIR/<name>.bmp
+//     activex-client render DIR W H FILE [--backdrop PNG] [--picture PNG]...
+//                                            each .vxp loaded into a W x H control; the
+//                                            control window's pixels to DIR/<name>.bmp. A
+//                                            backdrop is what the container paints behind
+//                                            the control; a picture becomes its Picture
 //     activex-client animate DIR W H FILE N  the panel loaded, then the first N + 1 different
 //                                            pictures its window shows, to DIR/frame<i>.bmp
 //     activex-client persist FILE...         each .vxp through the control's property bag,
@@ -20,6 +23,7 @@
 #include <cstring>
 #include <fstream>
 #include <functional>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -33,6 +37,8 @@
 #include "control/vxp_format.h"
 #include "model/dispatch_ids.h"
 #include "model/property_table.h"
+#include "pages/picture_import.h"
+#include "platform/win32/gdi_bitmap.h"
 #include "typelib_ids.h"
 
 extern "C" {
@@ -82,13 +88,44 @@ IStream* StreamOf(const std::string& text)
     return stream;
 }
 
-// A form with the control on it, width x height at (10, 10) of the form's client area.
+std::string FileText(const std::string& file)
+{
+    std::ifstream in(file, std::ios::binary);
+    std::stringstream text;
+    text << in.rdbuf();
+    if (!in)
+        Fail("cannot read %s", file.c_str());
+    return text.str();
+}
+
+// The container's own painting behind the control: a host window that paints a picture.
+LRESULT CALLBACK BackdropProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_NCCREATE)
+        SetWindowLongPtrW(window, GWLP_USERDATA,
+            reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams));
+    auto* picture = reinterpret_cast<const vex::platform::Dib*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (picture && (message == WM_ERASEBKGND || message == WM_PAINT)) {
+        PAINTSTRUCT paint {};
+        HDC dc = message == WM_PAINT ? BeginPaint(window, &paint) : reinterpret_cast<HDC>(wParam);
+        vex::platform::win32::DibInfo info = vex::platform::win32::DescribeDib(*picture);
+        SetDIBitsToDevice(dc, 0, 0, static_cast<DWORD>(picture->width()), static_cast<DWORD>(picture->height()), 0, 0, 0,
+            static_cast<UINT>(picture->height()), picture->bits().data(), reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS);
+        if (message == WM_PAINT)
+            EndPaint(window, &paint);
+        return 1;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+// A form with the control on it, width x height at (10, 10) of the form's client area, in
+// Wine's ATL host window or, over a backdrop, in a host window that paints it.
 struct Form {
     HWND window = nullptr;
     HWND host = nullptr;
     IUnknown* control = nullptr;
 
-    Form(int width, int height, IStream* stream)
+    Form(int width, int height, IStream* stream, const vex::platform::Dib* backdrop = nullptr)
     {
         WNDCLASSW windowClass {};
         windowClass.lpfnWndProc = DefWindowProcW;
@@ -96,10 +133,15 @@ struct Form {
         windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
         windowClass.lpszClassName = L"VexTestForm";
         RegisterClassW(&windowClass);
+        windowClass.lpfnWndProc = BackdropProcedure;
+        windowClass.hbrBackground = nullptr;
+        windowClass.lpszClassName = L"VexBackdropHost";
+        RegisterClassW(&windowClass);
         window = CreateWindowExW(0, L"VexTestForm", L"Form1", WS_POPUP | WS_VISIBLE, 0, 0, width + 20, height + 20, nullptr,
             nullptr, GetModuleHandleW(nullptr), nullptr);
-        host = CreateWindowExW(0, L"AtlAxWin", L"", WS_CHILD | WS_VISIBLE, 10, 10, width, height, window, nullptr,
-            GetModuleHandleW(nullptr), nullptr);
+        host = CreateWindowExW(0, backdrop ? L"VexBackdropHost" : L"AtlAxWin", L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 10, 10, width,
+            height, window, nullptr, GetModuleHandleW(nullptr), const_cast<vex::platform::Dib*>(backdrop));
+        UpdateWindow(window);
         IUnknown* container = nullptr;
         HRESULT status = AtlAxCreateControlEx(L"Vex_Panel.VexPanel", host, stream, &container, &control, IID_NULL, nullptr);
         if (FAILED(status) || !control)
@@ -434,15 +476,8 @@ void PersistOne(const std::string& file, const std::string& text)
 int Persist(const std::vector<std::string>& files)
 {
     for (const std::string& file : files) {
-        std::ifstream in(file, std::ios::binary);
-        std::stringstream text;
-        text << in.rdbuf();
-        if (!in) {
-            Fail("cannot read %s", file.c_str());
-            continue;
-        }
         try {
-            PersistOne(file, text.str());
+            PersistOne(file, FileText(file));
         } catch (const std::exception& error) {
             Fail("%s: %s", file.c_str(), error.what());
         }
@@ -452,39 +487,7 @@ int Persist(const std::vector<std::string>& files)
 
 // ---- render ------------------------------------------------------------------------------------
 
-bool WriteBitmap(const std::string& path, HWND window, int width, int height)
-{
-    BITMAPINFOHEADER header {};
-    header.biSize = sizeof header;
-    header.biWidth = width;
-    header.biHeight = -height;
-    header.biPlanes = 1;
-    header.biBitCount = 32;
-    std::vector<uint8_t> pixels(static_cast<size_t>(width) * height * 4);
-    HDC source = GetDC(window);
-    HDC memory = CreateCompatibleDC(source);
-    void* bits = nullptr;
-    HBITMAP section = CreateDIBSection(memory, reinterpret_cast<BITMAPINFO*>(&header), DIB_RGB_COLORS, &bits, nullptr, 0);
-    HGDIOBJ old = SelectObject(memory, section);
-    BitBlt(memory, 0, 0, width, height, source, 0, 0, SRCCOPY);
-    GdiFlush();
-    std::memcpy(pixels.data(), bits, pixels.size());
-    SelectObject(memory, old);
-    DeleteObject(section);
-    DeleteDC(memory);
-    ReleaseDC(window, source);
-
-    BITMAPFILEHEADER file {};
-    file.bfType = 0x4D42;
-    file.bfOffBits = sizeof file + sizeof header;
-    file.bfSize = static_cast<DWORD>(file.bfOffBits + pixels.size());
-    std::ofstream out(path, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(&file), sizeof file);
-    out.write(reinterpret_cast<const char*>(&header), sizeof header);
-    out.write(reinterpret_cast<const char*>(pixels.data()), static_cast<std::streamsize>(pixels.size()));
-    return static_cast<bool>(out);
-}
-
+// What a window shows, as a 32-bit top-down picture.
 std::vector<uint8_t> WindowPixels(HWND window, int width, int height)
 {
     BITMAPINFOHEADER header {};
@@ -509,14 +512,30 @@ std::vector<uint8_t> WindowPixels(HWND window, int width, int height)
     return pixels;
 }
 
+bool WriteBitmap(const std::string& path, const std::vector<uint8_t>& pixels, int width, int height)
+{
+    BITMAPINFOHEADER header {};
+    header.biSize = sizeof header;
+    header.biWidth = width;
+    header.biHeight = -height;
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    BITMAPFILEHEADER file {};
+    file.bfType = 0x4D42;
+    file.bfOffBits = sizeof file + sizeof header;
+    file.bfSize = static_cast<DWORD>(file.bfOffBits + pixels.size());
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(&file), sizeof file);
+    out.write(reinterpret_cast<const char*>(&header), sizeof header);
+    out.write(reinterpret_cast<const char*>(pixels.data()), static_cast<std::streamsize>(pixels.size()));
+    return static_cast<bool>(out);
+}
+
 // The animation as the window shows it: every different picture, in order, while the control's
 // timer ticks (this thread's message loop runs it).
 int Animate(const std::string& directory, int width, int height, const std::string& file, int ticks)
 {
-    std::ifstream in(file, std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
-    IStream* stream = StreamOf(text.str());
+    IStream* stream = StreamOf(FileText(file));
     Form form(width, height, stream);
     stream->Release();
     HWND window = form.ControlWindow();
@@ -532,51 +551,91 @@ int Animate(const std::string& directory, int width, int height, const std::stri
     }
     if (static_cast<int>(frames.size()) < ticks + 1)
         Fail("%s: %zu pictures in 5 s", file.c_str(), frames.size());
-    for (size_t i = 0; i < frames.size(); ++i) {
-        BITMAPFILEHEADER fileHeader {};
-        BITMAPINFOHEADER header {};
-        header.biSize = sizeof header;
-        header.biWidth = width;
-        header.biHeight = -height;
-        header.biPlanes = 1;
-        header.biBitCount = 32;
-        fileHeader.bfType = 0x4D42;
-        fileHeader.bfOffBits = sizeof fileHeader + sizeof header;
-        fileHeader.bfSize = static_cast<DWORD>(fileHeader.bfOffBits + frames[i].size());
-        std::ofstream out(directory + "\\frame" + std::to_string(i) + ".bmp", std::ios::binary);
-        out.write(reinterpret_cast<const char*>(&fileHeader), sizeof fileHeader);
-        out.write(reinterpret_cast<const char*>(&header), sizeof header);
-        out.write(reinterpret_cast<const char*>(frames[i].data()), static_cast<std::streamsize>(frames[i].size()));
+    for (size_t i = 0; i < frames.size(); ++i)
+        WriteBitmap(directory + "\\frame" + std::to_string(i) + ".bmp", frames[i], width, height);
+    return gFailures ? 1 : 0;
+}
+
+// A PNG as a program gives it to the panel: decoded with alpha composed onto the panel's back
+// colour, handed over as a standard picture object.
+void SetPngPicture(IUnknown* control, const std::string& file)
+{
+    _VexPanel* panel = nullptr;
+    control->QueryInterface(IID__VexPanel, reinterpret_cast<void**>(&panel));
+    OLE_COLOR back = 0;
+    COLORREF composed = 0;
+    if (!panel || FAILED(panel->get_BackColor(&back)) || FAILED(OleTranslateColor(back, nullptr, &composed))) {
+        Fail("%s: no back colour to compose onto", file.c_str());
+        return;
+    }
+    vex::pages::PngSettings settings { true, true, true, composed };
+    const vex::platform::PictureRef loaded = vex::pages::LoadPictureFile(file, settings);
+    const vex::platform::Dib& dib = loaded->bitmap();
+    vex::platform::win32::DibInfo info = vex::platform::win32::DescribeDib(dib);
+    void* bits = nullptr;
+    PICTDESC description {};
+    description.cbSizeofstruct = sizeof description;
+    description.picType = PICTYPE_BITMAP;
+    description.bmp.hbitmap = CreateDIBSection(nullptr, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits, nullptr, 0);
+    std::memcpy(bits, dib.bits().data(), dib.bits().size());
+    IPictureDisp* picture = nullptr;
+    if (FAILED(OleCreatePictureIndirect(&description, IID_IPictureDisp, TRUE, reinterpret_cast<void**>(&picture)))
+        || FAILED(panel->putref_Picture(picture)))
+        Fail("%s: Picture not set", file.c_str());
+    if (picture)
+        picture->Release();
+    panel->Release();
+}
+
+struct RenderEntry {
+    std::string file, backdrop, picture;
+};
+
+int Render(const std::string& directory, int width, int height, const std::vector<RenderEntry>& entries)
+{
+    for (const RenderEntry& entry : entries) {
+        try {
+            std::optional<vex::platform::Dib> backdrop;
+            if (!entry.backdrop.empty())
+                backdrop = vex::pages::LoadPictureFile(entry.backdrop)->bitmap();
+            IStream* stream = StreamOf(FileText(entry.file));
+            Form form(width, height, stream, backdrop ? &*backdrop : nullptr);
+            stream->Release();
+            HWND window = form.ControlWindow();
+            if (!window) {
+                Fail("%s: no control window", entry.file.c_str());
+                continue;
+            }
+            if (!entry.picture.empty()) {
+                SetPngPicture(form.control, entry.picture);
+                Pump(50);
+            }
+            std::string name = entry.file.substr(entry.file.find_last_of("/\\") + 1);
+            name = name.substr(0, name.rfind('.'));
+            if (!WriteBitmap(directory + "\\" + name + ".bmp", WindowPixels(window, width, height), width, height))
+                Fail("cannot write %s.bmp", name.c_str());
+            // The whole form too, the control on it, for looking at.
+            WriteBitmap(directory + "\\" + name + ".form.bmp", WindowPixels(form.window, width + 20, height + 20), width + 20,
+                height + 20);
+        } catch (const std::exception& error) {
+            Fail("%s: %s", entry.file.c_str(), error.what());
+        }
     }
     return gFailures ? 1 : 0;
 }
 
-int Render(const std::string& directory, int width, int height, const std::vector<std::string>& files)
+// FILE [--backdrop PNG] [--picture PNG] ...
+std::vector<RenderEntry> RenderEntries(const std::vector<std::string>& arguments)
 {
-    for (const std::string& file : files) {
-        std::ifstream in(file, std::ios::binary);
-        std::stringstream text;
-        text << in.rdbuf();
-        if (!in) {
-            Fail("cannot read %s", file.c_str());
-            continue;
-        }
-        IStream* stream = StreamOf(text.str());
-        Form form(width, height, stream);
-        stream->Release();
-        HWND window = form.ControlWindow();
-        if (!window) {
-            Fail("%s: no control window", file.c_str());
-            continue;
-        }
-        std::string name = file.substr(file.find_last_of("/\\") + 1);
-        name = name.substr(0, name.rfind('.'));
-        if (!WriteBitmap(directory + "\\" + name + ".bmp", window, width, height))
-            Fail("cannot write %s.bmp", name.c_str());
-        // The whole form too, the control on it, for looking at.
-        WriteBitmap(directory + "\\" + name + ".form.bmp", form.window, width + 20, height + 20);
+    std::vector<RenderEntry> entries;
+    for (size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if ((argument == "--backdrop" || argument == "--picture") && !entries.empty() && i + 1 < arguments.size())
+            (argument == "--backdrop" ? entries.back().backdrop : entries.back().picture) = arguments[++i];
+        else
+            entries.push_back({ argument, {}, {} });
     }
-    return gFailures ? 1 : 0;
+    return entries;
 }
 
 } // namespace
@@ -594,7 +653,7 @@ int main(int argc, char** argv)
     else if (mode == "persist")
         status = Persist(std::vector<std::string>(argv + 2, argv + argc));
     else if (mode == "render" && argc >= 5)
-        status = Render(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), std::vector<std::string>(argv + 5, argv + argc));
+        status = Render(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), RenderEntries(std::vector<std::string>(argv + 5, argv + argc)));
     else
         std::printf("usage: activex-client events | render DIR W H FILE... | persist FILE...\n");
     if (status == 0)
