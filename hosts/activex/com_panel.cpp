@@ -94,6 +94,8 @@ HRESULT ComPanel::QueryInterface(REFIID iid, void** object)
         *object = static_cast<IPersistPropertyBag*>(this);
     else if (iid == IID_IPersistStorage)
         *object = static_cast<IPersistStorage*>(this);
+    else if (iid == IID_IQuickActivate)
+        *object = static_cast<IQuickActivate*>(this);
     else if (iid == IID_ISpecifyPropertyPages)
         *object = static_cast<ISpecifyPropertyPages*>(this);
     else if (iid == kPanelObjectId) // this server's pages, in-process

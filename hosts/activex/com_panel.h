@@ -61,6 +61,7 @@ class ComPanel final : public _VexPanel,
                        public IPersistPropertyBag,
                        public IPersistStorage,
                        public ISpecifyPropertyPages,
+                       public IQuickActivate,
                        private ControlWindow::Owner,
                        private control::PanelEvents {
 public:
@@ -156,6 +157,11 @@ public:
     HRESULT STDMETHODCALLTYPE EnumAdvise(IEnumSTATDATA** advise) override;
     HRESULT STDMETHODCALLTYPE GetMiscStatus(DWORD aspect, DWORD* status) override;
     HRESULT STDMETHODCALLTYPE SetColorScheme(LOGPALETTE*) override { return E_NOTIMPL; }
+
+    // ---- IQuickActivate: the site, the ambients and the sinks in one call -----------------------
+    HRESULT STDMETHODCALLTYPE QuickActivate(QACONTAINER* container, QACONTROL* control) override;
+    HRESULT STDMETHODCALLTYPE SetContentExtent(LPSIZEL size) override { return SetExtent(DVASPECT_CONTENT, size); }
+    HRESULT STDMETHODCALLTYPE GetContentExtent(LPSIZEL size) override { return GetExtent(DVASPECT_CONTENT, size); }
 
     // ---- IOleWindow, IOleInPlaceObject, IOleInPlaceActiveObject ------------------------------------
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override;

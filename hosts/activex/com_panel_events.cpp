@@ -3,10 +3,97 @@
 // next sink sees it), and IPropertyNotifySink for the container's property browser.
 #include "com_panel.h"
 
+#include <algorithm>
+
 #include "model/dispatch_ids.h"
 #include "module.h"
 
 namespace vex::activex {
+
+namespace {
+
+// A snapshot enumerator: the items as they were when it was made, each held (AddRef'd) while
+// the enumerator lives and AddRef'd again for the caller that takes it.
+template <typename Interface, typename Item>
+class Enumerator final : public Interface {
+public:
+    Enumerator(const IID& iid, std::vector<Item> items, size_t position = 0)
+        : iid_(iid), items_(std::move(items)), position_(position)
+    {
+        for (Item& item : items_)
+            Hold(item);
+    }
+    ~Enumerator()
+    {
+        for (Item& item : items_)
+            Drop(item);
+    }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    {
+        if (!object)
+            return E_POINTER;
+        if (iid != IID_IUnknown && iid != iid_) {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        *object = static_cast<Interface*>(this);
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override
+    {
+        ULONG left = --references_;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE Next(ULONG count, Item* out, ULONG* fetched) override
+    {
+        if (!out || (count > 1 && !fetched))
+            return E_POINTER;
+        ULONG given = 0;
+        for (; given < count && position_ < items_.size(); ++given, ++position_) {
+            out[given] = items_[position_];
+            Hold(out[given]);
+        }
+        if (fetched)
+            *fetched = given;
+        return given == count ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override
+    {
+        const size_t left = items_.size() - position_;
+        position_ += std::min<size_t>(count, left);
+        return count <= left ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE Reset() override
+    {
+        position_ = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Clone(Interface** copy) override
+    {
+        if (!copy)
+            return E_POINTER;
+        *copy = nullptr;
+        return Guard([&] { *copy = new Enumerator(iid_, items_, position_); });
+    }
+
+private:
+    static void Hold(IConnectionPoint* point) { point->AddRef(); }
+    static void Drop(IConnectionPoint* point) { point->Release(); }
+    static void Hold(CONNECTDATA& connection) { connection.pUnk->AddRef(); }
+    static void Drop(CONNECTDATA& connection) { connection.pUnk->Release(); }
+
+    std::atomic<ULONG> references_ { 1 };
+    IID iid_;
+    std::vector<Item> items_;
+    size_t position_;
+};
+
+} // namespace
 
 // ---- ConnectionPoint --------------------------------------------------------------------------------
 
@@ -79,9 +166,15 @@ HRESULT ConnectionPoint::Unadvise(DWORD cookie)
 
 HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections)
 {
-    if (connections)
-        *connections = nullptr;
-    return E_NOTIMPL;
+    if (!connections)
+        return E_POINTER;
+    *connections = nullptr;
+    return Guard([&] {
+        std::vector<CONNECTDATA> items;
+        for (const auto& [cookie, sink] : sinks_)
+            items.push_back({ sink, cookie });
+        *connections = new Enumerator<IEnumConnections, CONNECTDATA>(IID_IEnumConnections, std::move(items));
+    });
 }
 
 std::vector<IUnknown*> ConnectionPoint::Sinks() const
@@ -98,9 +191,12 @@ std::vector<IUnknown*> ConnectionPoint::Sinks() const
 
 HRESULT ComPanel::EnumConnectionPoints(IEnumConnectionPoints** points)
 {
-    if (points)
-        *points = nullptr;
-    return E_NOTIMPL;
+    if (!points)
+        return E_POINTER;
+    *points = nullptr;
+    return Guard([&] {
+        *points = new Enumerator<IEnumConnectionPoints, IConnectionPoint*>(IID_IEnumConnectionPoints, { &events_, &propertyNotify_ });
+    });
 }
 
 HRESULT ComPanel::FindConnectionPoint(REFIID iid, IConnectionPoint** point)

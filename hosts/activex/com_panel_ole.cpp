@@ -4,6 +4,8 @@
 
 #include <olectl.h>
 
+#include <cstddef>
+
 #include "module.h"
 #include "property_pages.h"
 #include "registration.h"
@@ -220,6 +222,38 @@ HRESULT ComPanel::GetMiscStatus(DWORD aspect, DWORD* status)
     if (!status)
         return E_POINTER;
     *status = kMiscStatus;
+    return S_OK;
+}
+
+// ---- IQuickActivate -----------------------------------------------------------------------------------
+
+// What SetClientSite, the connection points' Advise and IViewObject::SetAdvise would do, in one
+// call; the container's own ambient flags and font stand for the site's ambient properties.
+HRESULT ComPanel::QuickActivate(QACONTAINER* container, QACONTROL* control)
+{
+    if (!container || !control)
+        return E_POINTER;
+    // Older containers pass a shorter QACONTAINER; everything up to the font is in every one.
+    if (container->cbSize < offsetof(QACONTAINER, pUndoMgr) || control->cbSize < sizeof(QACONTROL))
+        return E_INVALIDARG;
+    SetClientSite(container->pClientSite);
+    host_.userMode = (container->dwAmbientFlags & QACONTAINER_USERMODE) != 0;
+    IFontDisp* font = nullptr;
+    if (container->pFont && SUCCEEDED(container->pFont->QueryInterface(IID_IFontDisp, reinterpret_cast<void**>(&font)))) {
+        Guard([&] { host_.ambientFont = FromFont(font); });
+        font->Release();
+    }
+    control->dwEventCookie = 0;
+    control->dwPropNotifyCookie = 0;
+    if (container->pUnkEventSink)
+        events_.Advise(container->pUnkEventSink, &control->dwEventCookie);
+    if (container->pPropertyNotifySink)
+        propertyNotify_.Advise(container->pPropertyNotifySink, &control->dwPropNotifyCookie);
+    if (container->pAdviseSink)
+        SetAdvise(DVASPECT_CONTENT, 0, container->pAdviseSink);
+    control->dwMiscStatus = kMiscStatus;
+    control->dwViewStatus = VIEWSTATUS_OPAQUE; // the window covers its rectangle, transparent or not
+    control->dwPointerActivationPolicy = 0;
     return S_OK;
 }
 

@@ -1,6 +1,7 @@
 // A container for the control, as a form hosts it: Wine's ATL host window (AtlAxWin) places the
 // registered control in a window, loads it from a stream, and the program drives it.
 //     activex-client events                  events with by-reference changes, classinfo, stream
+//     activex-client quick                   IQuickActivate and the connection enumerators
 //     activex-client render DIR W H FILE [--backdrop PNG] [--picture PNG]...
 //                                            each .vxp loaded into a W x H control; the
 //                                            control window's pixels to DIR/<name>.bmp. A
@@ -295,6 +296,110 @@ int Events()
     point->Unadvise(firstCookie);
     point->Release();
     container->Release();
+    return gFailures ? 1 : 0;
+}
+
+// ---- quick activation ----------------------------------------------------------------------------
+
+class PropertySink final : public IPropertyNotifySink {
+public:
+    std::vector<DISPID> changed;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    {
+        *object = iid == IID_IUnknown || iid == IID_IPropertyNotifySink ? this : nullptr;
+        return *object ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE OnChanged(DISPID id) override
+    {
+        changed.push_back(id);
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE OnRequestEdit(DISPID) override { return S_OK; }
+};
+
+template <typename Interface>
+Interface* NewControl(REFIID iid);
+
+// IQuickActivate in place of the site's ambients and each sink's Advise: the container's font
+// becomes a new panel's font, both sinks hear the control, and the connection points enumerate
+// what was advised.
+int QuickActivation()
+{
+    IQuickActivate* quick = NewControl<IQuickActivate>(IID_IQuickActivate);
+    if (!quick)
+        return 1;
+    FONTDESC description { sizeof description, const_cast<LPOLESTR>(L"Tahoma"), { { 140000, 0 } }, FW_BOLD, ANSI_CHARSET,
+        FALSE, FALSE, FALSE };
+    IFont* ambientFont = nullptr;
+    OleCreateFontIndirect(&description, IID_IFont, reinterpret_cast<void**>(&ambientFont));
+    Sink events;
+    PropertySink properties;
+    QACONTAINER container {};
+    container.cbSize = sizeof container;
+    container.pUnkEventSink = &events;
+    container.pPropertyNotifySink = &properties;
+    container.pFont = ambientFont;
+    QACONTROL control {};
+    control.cbSize = sizeof control;
+    if (FAILED(quick->QuickActivate(&container, &control)) || control.dwMiscStatus != 131473 || !control.dwEventCookie
+        || !control.dwPropNotifyCookie)
+        Fail("QuickActivate: misc status %lu, cookies %lu %lu", control.dwMiscStatus, control.dwEventCookie,
+            control.dwPropNotifyCookie);
+
+    IPersistStreamInit* persist = nullptr;
+    _VexPanel* panel = nullptr;
+    IFontDisp* fontDisp = nullptr;
+    IFont* font = nullptr;
+    BSTR name = nullptr;
+    BOOL bold = FALSE;
+    quick->QueryInterface(IID_IPersistStreamInit, reinterpret_cast<void**>(&persist));
+    quick->QueryInterface(IID__VexPanel, reinterpret_cast<void**>(&panel));
+    if (!persist || FAILED(persist->InitNew()) || FAILED(panel->get_Font(&fontDisp)) || !fontDisp
+        || FAILED(fontDisp->QueryInterface(IID_IFont, reinterpret_cast<void**>(&font))) || FAILED(font->get_Name(&name))
+        || FAILED(font->get_Bold(&bold)) || std::wstring(name) != L"Tahoma" || !bold)
+        Fail("a new panel's font is not the container's Tahoma bold");
+    SysFreeString(name);
+    BSTR caption = SysAllocString(L"Quick");
+    panel->put_Caption(caption);
+    SysFreeString(caption);
+    if (properties.changed.empty() || properties.changed.back() != vex::model::FindMember("Caption")->dispid)
+        Fail("the property sink did not hear Caption change");
+
+    SIZEL extent { 5080, 2540 }, back {};
+    if (FAILED(quick->SetContentExtent(&extent)) || FAILED(quick->GetContentExtent(&back)) || back.cx != 5080 || back.cy != 2540)
+        Fail("the content extent came back as %ld x %ld", back.cx, back.cy);
+
+    // The points in order, events first; the events' point lists the one sink with its cookie.
+    IConnectionPointContainer* points = nullptr;
+    IEnumConnectionPoints* allPoints = nullptr;
+    IConnectionPoint* found[3] {};
+    ULONG count = 0;
+    quick->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&points));
+    IID first {}, second {};
+    if (FAILED(points->EnumConnectionPoints(&allPoints)) || allPoints->Next(3, found, &count) != S_FALSE || count != 2
+        || FAILED(found[0]->GetConnectionInterface(&first)) || FAILED(found[1]->GetConnectionInterface(&second))
+        || first != DIID___VexPanel || second != IID_IPropertyNotifySink) {
+        Fail("EnumConnectionPoints gave %lu points", count);
+    } else {
+        IEnumConnections* connections = nullptr;
+        CONNECTDATA data[2] {};
+        ULONG listed = 0;
+        if (FAILED(found[0]->EnumConnections(&connections)) || connections->Next(2, data, &listed) != S_FALSE || listed != 1
+            || data[0].dwCookie != control.dwEventCookie || data[0].pUnk != static_cast<IDispatch*>(&events))
+            Fail("EnumConnections listed %lu connections", listed);
+        for (ULONG i = 0; i < listed; ++i)
+            data[i].pUnk->Release();
+        if (connections)
+            connections->Release();
+    }
+    for (ULONG i = 0; i < count; ++i)
+        found[i]->Release();
+    for (IUnknown* object : std::initializer_list<IUnknown*> { allPoints, points, font, fontDisp, panel, persist, ambientFont, quick })
+        if (object)
+            object->Release();
     return gFailures ? 1 : 0;
 }
 
@@ -648,6 +753,8 @@ int main(int argc, char** argv)
     int status = 2;
     if (mode == "events")
         status = Events();
+    else if (mode == "quick")
+        status = QuickActivation();
     else if (mode == "animate" && argc == 7)
         status = Animate(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), argv[5], std::atoi(argv[6]));
     else if (mode == "persist")
@@ -655,7 +762,7 @@ int main(int argc, char** argv)
     else if (mode == "render" && argc >= 5)
         status = Render(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), RenderEntries(std::vector<std::string>(argv + 5, argv + argc)));
     else
-        std::printf("usage: activex-client events | render DIR W H FILE... | persist FILE...\n");
+        std::printf("usage: activex-client events | quick | render DIR W H FILE... | persist FILE...\n");
     if (status == 0)
         std::printf("PASS %s\n", mode.c_str());
     OleUninitialize();
