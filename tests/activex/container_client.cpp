@@ -6,7 +6,10 @@
 //                                            each .vxp loaded into a W x H control; the
 //                                            control window's pixels to DIR/<name>.bmp. A
 //                                            backdrop is what the container paints behind
-//                                            the control; a picture becomes its Picture
+//                                            the control; a picture becomes its Picture.
+//                                            Without either, the panel drawn through
+//                                            IViewObject2 by a control in no window too,
+//                                            to DIR/<name>.view.bmp
 //     activex-client animate DIR W H FILE N  the panel loaded, then the first N + 1 different
 //                                            pictures its window shows, to DIR/frame<i>.bmp
 //     activex-client persist FILE...         each .vxp through the control's property bag,
@@ -692,6 +695,50 @@ void SetPngPicture(IUnknown* control, const std::string& file)
     panel->Release();
 }
 
+// What the control draws into a container's context through IViewObject2, as at design time or
+// when a form is printed: a control loaded from the file, never placed in a window.
+std::vector<uint8_t> ViewPixels(const std::string& file, int width, int height)
+{
+    std::vector<uint8_t> pixels;
+    IPersistStreamInit* persist = NewControl<IPersistStreamInit>(IID_IPersistStreamInit);
+    IViewObject2* view = nullptr;
+    IOleObject* object = nullptr;
+    if (!persist || FAILED(persist->QueryInterface(IID_IViewObject2, reinterpret_cast<void**>(&view)))
+        || FAILED(persist->QueryInterface(IID_IOleObject, reinterpret_cast<void**>(&object)))) {
+        Fail("%s: no IViewObject2", file.c_str());
+        return pixels;
+    }
+    IStream* stream = StreamOf(FileText(file));
+    SIZEL extent { MulDiv(width, 2540, 96), MulDiv(height, 2540, 96) }; // HIMETRIC at 96 pixels an inch
+    SIZEL drawn {};
+    if (FAILED(persist->Load(stream)) || FAILED(object->SetExtent(DVASPECT_CONTENT, &extent))
+        || FAILED(view->GetExtent(DVASPECT_CONTENT, -1, nullptr, &drawn)) || drawn.cx != extent.cx || drawn.cy != extent.cy)
+        Fail("%s: not loaded or sized for drawing", file.c_str());
+    stream->Release();
+    BITMAPINFOHEADER header {};
+    header.biSize = sizeof header;
+    header.biWidth = width;
+    header.biHeight = -height;
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    HDC memory = CreateCompatibleDC(nullptr);
+    void* bits = nullptr;
+    HBITMAP section = CreateDIBSection(memory, reinterpret_cast<BITMAPINFO*>(&header), DIB_RGB_COLORS, &bits, nullptr, 0);
+    HGDIOBJ old = SelectObject(memory, section);
+    RECTL bounds { 0, 0, width, height };
+    if (FAILED(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, memory, &bounds, nullptr, nullptr, 0)))
+        Fail("%s: IViewObject2::Draw", file.c_str());
+    GdiFlush();
+    pixels.assign(static_cast<uint8_t*>(bits), static_cast<uint8_t*>(bits) + static_cast<size_t>(width) * height * 4);
+    SelectObject(memory, old);
+    DeleteObject(section);
+    DeleteDC(memory);
+    object->Release();
+    view->Release();
+    persist->Release();
+    return pixels;
+}
+
 struct RenderEntry {
     std::string file, backdrop, picture;
 };
@@ -719,6 +766,10 @@ int Render(const std::string& directory, int width, int height, const std::vecto
             name = name.substr(0, name.rfind('.'));
             if (!WriteBitmap(directory + "\\" + name + ".bmp", WindowPixels(window, width, height), width, height))
                 Fail("cannot write %s.bmp", name.c_str());
+            // Drawn into a context instead (nothing of a container to show through it).
+            if (entry.backdrop.empty() && entry.picture.empty()
+                && !WriteBitmap(directory + "\\" + name + ".view.bmp", ViewPixels(entry.file, width, height), width, height))
+                Fail("cannot write %s.view.bmp", name.c_str());
             // The whole form too, the control on it, for looking at.
             WriteBitmap(directory + "\\" + name + ".form.bmp", WindowPixels(form.window, width + 20, height + 20), width + 20,
                 height + 20);

@@ -1,8 +1,10 @@
 // The control in Wine's ATL container against the headless render: every example panel of the
 // gallery, loaded from its .vxp into a 220 x 80 control, must show the window pixels the headless
 // host paints, pixel for pixel, text included: the transparent one over the same backdrop painted
-// by its container, the PNG one with the same picture given to it. The Windows side
-// (activex-client render) writes one BMP per panel first; the animated strip has its own test.
+// by its container, the PNG one with the same picture given to it. A panel that needs nothing
+// from its container is also drawn into a context through IViewObject2 by a control in no window
+// (design time, printing), with the same pixels. The Windows side (activex-client render) writes
+// the BMPs first; the animated strip has its own test.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -67,8 +69,14 @@ TEST(ActiveXContainer, GalleryPanelsShowTheHeadlessPixels)
         const std::string name = texts[0].substr(0, texts[0].rfind('.'));
         platform::Dib window = ReadBitmap(VEX_CONTAINER_DIR "/" + name + ".bmp");
         ASSERT_FALSE(window.empty()) << "no window pixels from the container";
+        const platform::Dib headless = RunRenderJob(job).at(0);
         std::string first;
-        EXPECT_EQ(Differences(window, RunRenderJob(job).at(0), first), 0) << "first at " << first;
+        EXPECT_EQ(Differences(window, headless, first), 0) << "first at " << first;
+        if (job.backdrop.empty() && job.picture.empty()) { // and drawn into a context, in no window
+            platform::Dib drawn = ReadBitmap(VEX_CONTAINER_DIR "/" + name + ".view.bmp");
+            ASSERT_FALSE(drawn.empty()) << "nothing drawn through IViewObject2";
+            EXPECT_EQ(Differences(drawn, headless, first), 0) << "drawn: first at " << first;
+        }
         ++compared;
     }
     EXPECT_GE(compared, 16);
