@@ -101,6 +101,7 @@ VEX_ALWAYS_INLINE inline void CopyMatch(uint8_t* out, size_t distance, size_t le
 //
 // It is written once and compiled twice, for plain x86-64 and for BMI2 (variable shifts and
 // bit-field extracts without the flags dance), chosen at run time.
+template <bool kTrackDistance>
 VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const DecodeTable& litLenTable,
                                              const DecodeTable& distanceTable, Flow& flow)
 {
@@ -127,10 +128,12 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
     constexpr uint64_t kDistanceMask = (uint64_t{1} << kDistancePrimaryBits) - 1;
 
     // The original loaded bytes up to (position + longest code) before each search. Where the
-    // next literal/length search cannot be beaten by a distance search, only the end of block
-    // needs noting; otherwise the last distance search is remembered too.
-    const bool trackDistance = distanceTable.longest >= litLenTable.longest + 2;
+    // next literal/length search cannot be beaten by a distance search (kTrackDistance false),
+    // only the end of block needs noting; otherwise the last distance search is remembered too.
     uint64_t lastDistanceSearch = 0;
+    // Output index i lives at origin + i; kept as an integer, since the pointer may lie before
+    // the buffer.
+    const uintptr_t origin = reinterpret_cast<uintptr_t>(outputStart) - outputBase;
 
 #define VEX_CONSUME(count)                                                                                            \
     do {                                                                                                              \
@@ -152,7 +155,7 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
         stream.next = in;
         stream.bitBuffer = bitBuffer;
         stream.bitsLeft = bitsLeft;
-        stream.outPos = outputBase + size_t(out - outputStart);
+        stream.outPos = reinterpret_cast<uintptr_t>(out) - origin;
         if (lastDistanceSearch != 0)
             stream.loadedBits = std::max(stream.loadedBits, lastDistanceSearch);
     };
@@ -213,7 +216,7 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
         VEX_CONSUME(EntryTotal(entry));
         const size_t length = EntryPayload(entry) + size_t(VEX_BITS(saved, EntryTotal(entry)) >> EntryCodeword(entry));
 
-        if (trackDistance)
+        if constexpr (kTrackDistance)
             lastDistanceSearch = position() + distanceTable.longest;
         entry = distances[bitBuffer & kDistanceMask];
         if (entry & kEntryExceptional) {
@@ -231,10 +234,13 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
         VEX_CONSUME(EntryTotal(entry));
         const size_t distance = EntryPayload(entry) + size_t(VEX_BITS(saved, EntryTotal(entry)) >> EntryCodeword(entry));
 
-        VEX_REFILL();
+        // After a refill all 64 bits of the buffer are the stream's, and a length and a distance
+        // take at most 48 of them: the next entry can be looked up before the refill, which
+        // then overlaps the lookup instead of delaying it.
         entry = litLen[bitBuffer & kLitLenMask];
+        VEX_REFILL();
 
-        const size_t written = outputBase + size_t(out - outputStart);
+        const size_t written = reinterpret_cast<uintptr_t>(out) - origin;
         if (distance - 1 < written) [[likely]] {
             if (length != 0) [[likely]]
                 CopyMatch(out, distance, length);
@@ -253,16 +259,24 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
 #undef VEX_BITS
 }
 
+// Whether a distance search can reach further than the next literal/length search.
+bool TracksDistance(const DecodeTable& litLen, const DecodeTable& distance)
+{
+    return distance.longest >= litLen.longest + 2;
+}
+
 bool DecodeFastPlain(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
 {
-    return DecodeFastBody(stream, litLen, distance, flow);
+    return TracksDistance(litLen, distance) ? DecodeFastBody<true>(stream, litLen, distance, flow)
+                                            : DecodeFastBody<false>(stream, litLen, distance, flow);
 }
 
 #if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
 __attribute__((target("bmi2"))) bool DecodeFastBmi2(InflateStream& stream, const DecodeTable& litLen,
                                                     const DecodeTable& distance, Flow& flow)
 {
-    return DecodeFastBody(stream, litLen, distance, flow);
+    return TracksDistance(litLen, distance) ? DecodeFastBody<true>(stream, litLen, distance, flow)
+                                            : DecodeFastBody<false>(stream, litLen, distance, flow);
 }
 
 bool DecodeFast(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
