@@ -1,11 +1,33 @@
 #include "platform/dib.h"
 
 #include <algorithm>
+#include <cstdint>
+
+#if defined(__linux__)
+#include <sys/mman.h>
+#endif
 
 #include "base/numeric.h"
 #include "base/runtime_error.h"
 
 namespace vex::platform {
+
+void CommitForWriting(void* at, size_t bytes) noexcept
+{
+#if defined(__linux__)
+#ifndef MADV_POPULATE_WRITE
+#define MADV_POPULATE_WRITE 23 // Linux 5.14; older kernels refuse it and nothing happens
+#endif
+    constexpr uintptr_t kPage = 4096;
+    const uintptr_t first = (reinterpret_cast<uintptr_t>(at) + kPage - 1) & ~(kPage - 1);
+    const uintptr_t last = (reinterpret_cast<uintptr_t>(at) + bytes) & ~(kPage - 1);
+    if (first < last)
+        madvise(reinterpret_cast<void*>(first), last - first, MADV_POPULATE_WRITE); // advice only
+#else
+    (void)at;
+    (void)bytes;
+#endif
+}
 
 int32_t Dib::StrideFor(int32_t width, int bitCount)
 {

@@ -27,8 +27,13 @@ struct RgbQuad {
 };
 static_assert(sizeof(RgbQuad) == 4);
 
+// Asks the system to back [at, at + bytes) with memory now, in one call, where every byte is
+// about to be written anyway: page by page on first touch costs several times as much.
+void CommitForWriting(void* at, size_t bytes) noexcept;
+
 // An allocator whose resize leaves new bytes as they are: a decoder that writes every pixel
-// need not pay for a pass of zeros over the whole bitmap first.
+// need not pay for a pass of zeros over the whole bitmap first. Large blocks are committed as
+// they are allocated (a bitmap's every byte is written: its pixels or its zeros).
 template <class T>
 struct DefaultInitAllocator : std::allocator<T> {
     template <class U>
@@ -38,6 +43,14 @@ struct DefaultInitAllocator : std::allocator<T> {
     DefaultInitAllocator() = default;
     template <class U>
     DefaultInitAllocator(const DefaultInitAllocator<U>&) noexcept { }
+    T* allocate(size_t count)
+    {
+        T* block = std::allocator<T>::allocate(count);
+        if (count * sizeof(T) >= kCommitAtOnce)
+            CommitForWriting(block, count * sizeof(T));
+        return block;
+    }
+    static constexpr size_t kCommitAtOnce = 256 * 1024;
     template <class U>
     void construct(U* at) noexcept { ::new (static_cast<void*>(at)) U; }
     template <class U, class... Args>
