@@ -25,7 +25,7 @@ constexpr size_t kFastOutputMargin = 258 + kCopyOvershoot;
 VEX_ALWAYS_INLINE inline void Copy8(uint8_t* to, const uint8_t* from) { std::memcpy(to, from, 8); }
 VEX_ALWAYS_INLINE inline void Copy16(uint8_t* to, const uint8_t* from) { std::memcpy(to, from, 16); }
 
-// Copies `length` bytes (3..258) from `distance` bytes back (1 ≤ distance ≤ bytes written),
+// Copies `length` bytes (0 or 3..258) from `distance` bytes back (1 ≤ distance ≤ bytes written),
 // repeating the bytes of an overlapping copy. Writes up to kCopyOvershoot bytes past
 // out + length, which later output overwrites before anything reads it.
 VEX_ALWAYS_INLINE inline void CopyMatch(uint8_t* out, size_t distance, size_t length)
@@ -242,8 +242,7 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
 
         const size_t written = reinterpret_cast<uintptr_t>(out) - origin;
         if (distance - 1 < written) [[likely]] {
-            if (length != 0) [[likely]]
-                CopyMatch(out, distance, length);
+            CopyMatch(out, distance, length); // length 0 (symbols 286, 287) writes only the overshoot
         } else if (distance == 0) {
             // Distance 0 copies the not yet written byte at the output position: a zero.
             std::memset(out, 0, length);
