@@ -76,11 +76,16 @@ VEX_ALWAYS_INLINE inline void CopyMatch(uint8_t* out, size_t distance, size_t le
     } else {
         // A period shorter than a word. The output repeats with every multiple of the period
         // too, so after a few single bytes we can copy from a multiple that is ≥ 8 bytes back.
+        // The head is built a period at a time through a word: each store's first `distance`
+        // bytes are right, and the next store covers the rest.
         const size_t wide = distance * ((8 + distance - 1) / distance);
-        const size_t head = wide - distance; // < 8
-        for (size_t i = 0; i < head; ++i)
-            out[i] = from[i];
-        out += head;
+        uint8_t* const headEnd = out + (wide - distance); // head < 8 bytes, a multiple of the period
+        do {
+            uint64_t word;
+            std::memcpy(&word, out - distance, 8);
+            std::memcpy(out, &word, 8);
+            out += distance;
+        } while (out < headEnd);
         from = out - wide;
         do {
             Copy8(out, from);
