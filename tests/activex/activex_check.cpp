@@ -7,7 +7,9 @@
 #include <windows.h>
 #include <oleauto.h>
 
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -268,6 +270,18 @@ void CheckEnumerations(ITypeLib* library)
                 Fail("%s member %u is \"%s\", not \"%s\"", NameOf(info).c_str(), i, name.c_str(), LibraryName(member.name).c_str());
             if (help != member.name)
                 Fail("%s member %s has help \"%s\"", NameOf(info).c_str(), name.c_str(), help.c_str());
+            std::wstring wide = Wide(name);
+            ITypeInfo* owners[2] {};
+            MEMBERID ids[2] {};
+            USHORT found = 2;
+            bool here = false;
+            if (SUCCEEDED(library->FindName(wide.data(), 0, owners, ids, &found)))
+                for (USHORT k = 0; k < found; ++k) {
+                    here = here || (NameOf(owners[k]) == NameOf(info) && ids[k] == variable->memid);
+                    owners[k]->Release();
+                }
+            if (!here)
+                Fail("FindName does not find %s of %s", name.c_str(), NameOf(info).c_str());
             VARIANT value;
             VariantInit(&value);
             if (variable->varkind != VAR_CONST || FAILED(VariantChangeType(&value, variable->lpvarValue, 0, VT_I4))
@@ -347,6 +361,43 @@ void CheckClass(ITypeLib* library)
     info->Release();
 }
 
+// What the system's own lookup needs (ITypeComp::Bind and FindName on Windows; Wine's finds names
+// without it): each member's name in the name bucket of its hash (LHashValOfNameSys, low seven
+// bits), its entry carrying that hash. Read from the server's TYPELIB resource.
+void CheckNameHashes(const wchar_t* server, SYSKIND syskind, LCID locale)
+{
+    HMODULE module = LoadLibraryExW(server, nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    HRSRC resource = module ? FindResourceW(module, MAKEINTRESOURCEW(1), L"TYPELIB") : nullptr;
+    HGLOBAL loaded = resource ? LoadResource(module, resource) : nullptr;
+    const auto* bytes = loaded ? static_cast<const uint8_t*>(LockResource(loaded)) : nullptr;
+    const size_t size = resource ? SizeofResource(module, resource) : 0;
+    auto field = [&](int64_t at) {
+        int32_t value = -1;
+        if (bytes && at >= 0 && static_cast<size_t>(at) + 4 <= size)
+            std::memcpy(&value, bytes + at, 4);
+        return value;
+    };
+    const int64_t directory = 0x54 + ((field(0x14) & 0x100) ? 4 : 0) + 4 * int64_t { field(0x20) };
+    const int64_t buckets = field(directory + 16 * 6), names = field(directory + 16 * 7);
+    for (const EnumInfo& enumeration : Enumerations())
+        for (const EnumMember& member : enumeration.members) {
+            const std::string name = LibraryName(member.name);
+            const ULONG hash = LHashValOfNameSysA(syskind, locale, name.c_str());
+            bool found = false;
+            for (int32_t at = field(buckets + 4 * (hash & 0x7F)), steps = 0; at >= 0 && !found && steps < 10000;
+                 at = field(names + at + 4), ++steps) {
+                const int32_t length = field(names + at + 8);
+                found = (length >> 16 & 0xFFFF) == static_cast<int32_t>(hash & 0xFFFF) && (length & 0xFF) == static_cast<int32_t>(name.size())
+                    && static_cast<size_t>(names + at + 12) + name.size() <= size
+                    && std::memcmp(bytes + names + at + 12, name.data(), name.size()) == 0;
+            }
+            if (!found)
+                Fail("%s of %s is not in the name bucket of its hash", name.c_str(), std::string(enumeration.name).c_str());
+        }
+    if (module)
+        FreeLibrary(module);
+}
+
 int CheckTypeLibrary(const wchar_t* server)
 {
     ITypeLib* library = nullptr;
@@ -364,6 +415,7 @@ int CheckTypeLibrary(const wchar_t* server)
         Fail("the library is %s %d.%d", Narrow(name).c_str(), attributes->wMajorVerNum, attributes->wMinorVerNum);
     std::printf("library %s, %s\n", Narrow(name).c_str(), attributes->syskind == SYS_WIN64 ? "win64" : "win32");
     SysFreeString(name);
+    CheckNameHashes(server, attributes->syskind, attributes->lcid);
     library->ReleaseTLibAttr(attributes);
     CheckInterface(library);
     CheckEnumerations(library);

@@ -10,17 +10,22 @@
 //       [length of the records][records][member ids][name offsets][record offsets]
 //   An enumeration's records are variable records {Info (low byte: record length), DataType,
 //   Flags, VarKind | size, Value, [HelpContext, HelpString, ...]}.
-//   A name is {hreftype, next in hash, length (low byte)} and its characters; a string is a
-//   16-bit length and its characters; both are padded to 4 bytes (at least 8) with 'W'.
-// New names and strings are appended to their tables, the enumerations' member data are
-// rewritten with 28-byte records, and every file offset after a change moves with it. The old
-// stand-in names stay in the table, unreferenced.
+//   A name is {hreftype, next in its hash bucket, length (low byte) | flags (next byte) | hash
+//   (high word)} and its characters; a string is a 16-bit length and its characters; both are
+//   padded to 4 bytes (at least 8) with 'W'. Segment 6 holds the heads of the 128 name buckets
+//   (the hash's low seven bits): the system finds a name (ITypeComp::Bind, ITypeLib::FindName)
+//   by its hash in its bucket's chain.
+// New names and strings are appended to their tables (a name already there is shared), each new
+// name at the head of its bucket; the enumerations' member data are rewritten with 28-byte
+// records, and every file offset after a change moves with it. The old stand-in names stay in
+// the table, unreferenced.
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -37,11 +42,36 @@ constexpr int32_t kHelpDllFlag = 0x100;
 constexpr size_t kTypeInfoSize = 0x64;
 constexpr int kSegmentCount = 15;
 constexpr int kTypeInfoSegment = 0;
+constexpr int kNameHashSegment = 6;
 constexpr int kNameSegment = 7;
 constexpr int kStringSegment = 8;
 constexpr size_t kRecordWithHelp = 28; // a variable record up to its HelpString
+constexpr int32_t kNameBuckets = 0x80;
 
 [[noreturn]] void Fail(const std::string& why) { throw std::runtime_error(why); }
+
+// The system's name hash (LHashValOfNameSys) for the neutral locale, its low word: from
+// 0x0DEADBEE, hash = 37 hash + the weight of each character (32-bit), then modulo 65599. Letters
+// weigh as capitals, except W and Y, which weigh as V and U; digits, the blank and the
+// punctuation the published names use weigh their own code (measured, for every character
+// here, against the system's function).
+uint16_t NameHash(const std::string& name)
+{
+    uint32_t hash = 0x0DEADBEE;
+    for (const char c : name) {
+        uint32_t weight = static_cast<unsigned char>(c);
+        if (weight >= 'a' && weight <= 'z')
+            weight -= 'a' - 'A';
+        if (weight == 'W' || weight == 'Y')
+            weight = weight == 'W' ? 'V' : 'U';
+        const bool known = (weight >= 'A' && weight <= 'Z') || (weight >= '0' && weight <= '9') || c == ' ' || c == '-'
+            || c == '[' || c == ']' || c == '_';
+        if (!known)
+            Fail("no hash weight known for a character of the name " + name);
+        hash = 37 * hash + weight;
+    }
+    return static_cast<uint16_t>(hash % 65599);
+}
 
 int32_t Read32(const Bytes& file, size_t at)
 {
@@ -87,6 +117,17 @@ public:
         typeInfos_ = static_cast<size_t>(count);
         for (int i = 0; i < kSegmentCount; ++i)
             segments_[i] = { Read32(file_, directory + 16 * i), Read32(file_, directory + 16 * i + 4) };
+        if (Read32(file_, 0x10) != 0)
+            Fail("the name hash is known for the neutral locale only");
+        if (segments_[kNameHashSegment].length != 4 * kNameBuckets)
+            Fail("the name hash table is not 128 buckets");
+        for (int32_t bucket = 0; bucket < kNameBuckets; ++bucket)
+            buckets_.push_back(Read32(file_, Segment(kNameHashSegment, 4 * bucket, 4)));
+        for (int32_t offset = 0; offset < segments_[kNameSegment].length;) {
+            const std::string name = Name(offset);
+            known_.emplace(name, offset);
+            offset += static_cast<int32_t>((12 + name.size() + 3) & ~size_t { 3 });
+        }
     }
 
     std::string Name(int32_t offset) const
@@ -98,16 +139,23 @@ public:
         return std::string(file_.begin() + at + 12, file_.begin() + at + 12 + length);
     }
 
-    // Appends a name to the name table; returns its offset there.
-    int32_t AddName(const std::string& name, int32_t hrefType)
+    // A name of the name table (appended, at the head of its hash bucket, unless it is there
+    // already); returns its offset there.
+    int32_t AddName(const std::string& name, int32_t hrefType, int32_t flags)
     {
+        if (auto found = known_.find(name); found != known_.end())
+            return found->second;
         if (name.size() > 0xFF)
             Fail("a name longer than 255 characters: " + name);
         int32_t offset = segments_[kNameSegment].length + static_cast<int32_t>(names_.size());
         size_t start = names_.size();
+        const uint16_t hash = NameHash(name);
+        int32_t& bucket = buckets_[hash & (kNameBuckets - 1)];
         Append32(names_, hrefType);
-        Append32(names_, -1);
-        Append32(names_, static_cast<int32_t>(name.size()));
+        Append32(names_, bucket);
+        Append32(names_, static_cast<int32_t>(name.size() | (flags & 0xFF) << 8 | uint32_t { hash } << 16));
+        bucket = offset;
+        known_.emplace(name, offset);
         names_.insert(names_.end(), name.begin(), name.end());
         Pad(names_, start);
         ++addedNames_;
@@ -154,6 +202,8 @@ public:
         // The header's name count and characters, the directory's offsets and lengths, and each
         // type info's member data offset, all in the old file's places (nothing moves before
         // the segments).
+        for (int32_t bucket = 0; bucket < kNameBuckets; ++bucket)
+            Write32(fixed, static_cast<size_t>(segments_[kNameHashSegment].offset + 4 * bucket), buckets_[static_cast<size_t>(bucket)]);
         Write32(fixed, 0x30, Read32(file_, 0x30) + addedNames_);
         Write32(fixed, 0x34, Read32(file_, 0x34) + addedNameChars_);
         for (int i = 0; i < kSegmentCount; ++i) {
@@ -241,7 +291,9 @@ private:
             const std::string published = vex::activex::LibraryName(member.name);
             if (compiled != std::string(member.name) && compiled != vex::activex::StandIn(enumeration.name, member.identifier))
                 Fail("member " + std::to_string(i) + " of " + std::string(enumeration.name) + " is " + compiled);
-            newNames.push_back(compiled == published ? nameOffset : AddName(published, hrefType));
+            // The published name takes the stand-in's flags (what kind of name it is).
+            const int32_t flags = Read32(file_, Segment(kNameSegment, nameOffset, 12) + 8) >> 8;
+            newNames.push_back(compiled == published ? nameOffset : AddName(published, hrefType, flags));
 
             Bytes copy(file_.begin() + record, file_.begin() + record + length);
             if (copy.size() < kRecordWithHelp) {
@@ -268,6 +320,8 @@ private:
     size_t directory_ = 0;
     size_t typeInfos_ = 0;
     SegmentEntry segments_[kSegmentCount] {};
+    std::vector<int32_t> buckets_;          // the name hash table: each bucket's first name
+    std::map<std::string, int32_t> known_; // every name of the table, by its offset
     Bytes names_;   // appended to the name table
     Bytes strings_; // appended to the string table
     int32_t addedNames_ = 0;
