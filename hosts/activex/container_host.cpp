@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "control/restarting_timer.h"
 #include "pages/about_box.h"
 #include "platform/win32/gdi_context.h"
 #include "platform/win32/surface.h"
@@ -48,23 +49,10 @@ namespace {
 
 // A thread timer (SetTimer without a window). Windows names it by the id it returns; the map
 // finds the timer again when WM_TIMER calls back.
-class ThreadTimer : public control::HostTimer {
+class ThreadTimer final : public control::RestartingTimer {
 public:
     explicit ThreadTimer(std::function<void()> tick) : tick_(std::move(tick)) { }
     ~ThreadTimer() override { Stop(); }
-
-    void SetInterval(int32_t milliseconds) override
-    {
-        interval_ = milliseconds;
-        Restart();
-    }
-    int32_t Interval() const override { return interval_; }
-    void SetEnabled(bool enabled) override
-    {
-        enabled_ = enabled;
-        Restart();
-    }
-    bool Enabled() const override { return enabled_; }
 
 private:
     static std::map<UINT_PTR, ThreadTimer*>& Running()
@@ -83,7 +71,14 @@ private:
         } catch (...) {
         }
     }
-    void Stop()
+    void Start(int32_t milliseconds) override
+    {
+        Stop();
+        id_ = SetTimer(nullptr, 0, static_cast<UINT>(milliseconds), &ThreadTimer::Tick);
+        if (id_)
+            Running()[id_] = this;
+    }
+    void Stop() override
     {
         if (id_) {
             KillTimer(nullptr, id_);
@@ -91,19 +86,8 @@ private:
             id_ = 0;
         }
     }
-    void Restart()
-    {
-        Stop();
-        if (enabled_ && interval_ > 0) {
-            id_ = SetTimer(nullptr, 0, static_cast<UINT>(interval_), &ThreadTimer::Tick);
-            if (id_)
-                Running()[id_] = this;
-        }
-    }
 
     std::function<void()> tick_;
-    int32_t interval_ = 0;
-    bool enabled_ = false;
     UINT_PTR id_ = 0;
 };
 

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "control/restarting_timer.h"
 #include "qt/qt_pictures.h"
 
 namespace vex::qt {
@@ -50,39 +51,19 @@ bool QtForm::eventFilter(QObject* watched, QEvent* event)
 
 namespace {
 
-class QtTimer final : public control::HostTimer {
+class QtTimer final : public control::RestartingTimer {
 public:
     explicit QtTimer(std::function<void()> tick)
     {
         QObject::connect(&timer_, &QTimer::timeout, [tick = std::move(tick)] { tick(); });
         timer_.setTimerType(Qt::PreciseTimer);
     }
-    void SetInterval(int32_t milliseconds) override
-    {
-        interval_ = milliseconds;
-        Restart();
-    }
-    int32_t Interval() const override { return interval_; }
-    void SetEnabled(bool enabled) override
-    {
-        enabled_ = enabled;
-        Restart();
-    }
-    bool Enabled() const override { return enabled_; }
 
 private:
-    // Setting either restarts the countdown; an interval of 0 never ticks.
-    void Restart()
-    {
-        if (enabled_ && interval_ > 0)
-            timer_.start(interval_);
-        else
-            timer_.stop();
-    }
+    void Start(int32_t milliseconds) override { timer_.start(milliseconds); }
+    void Stop() override { timer_.stop(); }
 
     QTimer timer_;
-    int32_t interval_ = 0;
-    bool enabled_ = false;
 };
 
 // Where the ambient face lives: Debian's fonts-wine.

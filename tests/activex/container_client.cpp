@@ -595,8 +595,8 @@ int Persist(const std::vector<std::string>& files)
 
 // ---- render ------------------------------------------------------------------------------------
 
-// What a window shows, as a 32-bit top-down picture.
-std::vector<uint8_t> WindowPixels(HWND window, int width, int height)
+// The header of the 32-bit top-down pictures the tests read and write.
+BITMAPINFOHEADER TopDown32(int width, int height)
 {
     BITMAPINFOHEADER header {};
     header.biSize = sizeof header;
@@ -604,6 +604,13 @@ std::vector<uint8_t> WindowPixels(HWND window, int width, int height)
     header.biHeight = -height;
     header.biPlanes = 1;
     header.biBitCount = 32;
+    return header;
+}
+
+// What a window shows, as a 32-bit top-down picture.
+std::vector<uint8_t> WindowPixels(HWND window, int width, int height)
+{
+    BITMAPINFOHEADER header = TopDown32(width, height);
     std::vector<uint8_t> pixels(static_cast<size_t>(width) * height * 4);
     HDC source = GetDC(window);
     HDC memory = CreateCompatibleDC(source);
@@ -622,12 +629,7 @@ std::vector<uint8_t> WindowPixels(HWND window, int width, int height)
 
 bool WriteBitmap(const std::string& path, const std::vector<uint8_t>& pixels, int width, int height)
 {
-    BITMAPINFOHEADER header {};
-    header.biSize = sizeof header;
-    header.biWidth = width;
-    header.biHeight = -height;
-    header.biPlanes = 1;
-    header.biBitCount = 32;
+    BITMAPINFOHEADER header = TopDown32(width, height);
     BITMAPFILEHEADER file {};
     file.bfType = 0x4D42;
     file.bfOffBits = sizeof file + sizeof header;
@@ -715,12 +717,7 @@ std::vector<uint8_t> ViewPixels(const std::string& file, int width, int height)
         || FAILED(view->GetExtent(DVASPECT_CONTENT, -1, nullptr, &drawn)) || drawn.cx != extent.cx || drawn.cy != extent.cy)
         Fail("%s: not loaded or sized for drawing", file.c_str());
     stream->Release();
-    BITMAPINFOHEADER header {};
-    header.biSize = sizeof header;
-    header.biWidth = width;
-    header.biHeight = -height;
-    header.biPlanes = 1;
-    header.biBitCount = 32;
+    BITMAPINFOHEADER header = TopDown32(width, height);
     HDC memory = CreateCompatibleDC(nullptr);
     void* bits = nullptr;
     HBITMAP section = CreateDIBSection(memory, reinterpret_cast<BITMAPINFO*>(&header), DIB_RGB_COLORS, &bits, nullptr, 0);
