@@ -7,33 +7,23 @@
 // the BMPs first; the animated strip has its own test.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <fstream>
 #include <sstream>
 
+#include "pages/picture_import.h"
 #include "render_job.h"
 
 namespace vex::cli {
 namespace {
 
-// A 32-bit top-down BMP as activex-client writes it.
+// A BMP as activex-client writes it (the library's own import reads it); empty when missing.
 platform::Dib ReadBitmap(const std::string& path)
 {
-    std::ifstream in(path, std::ios::binary);
-    std::vector<char> bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (bytes.size() < 54)
+    try {
+        return pages::LoadPictureFile(path)->bitmap();
+    } catch (const std::exception&) {
         return {};
-    auto field = [&](size_t at) {
-        int32_t value;
-        std::memcpy(&value, bytes.data() + at, 4);
-        return value;
-    };
-    const int32_t offset = field(10), width = field(18), height = -field(22);
-    if (width <= 0 || height <= 0 || bytes.size() < static_cast<size_t>(offset) + size_t(width) * height * 4)
-        return {};
-    platform::Dib dib(width, height, 32, true);
-    std::memcpy(dib.bits().data(), bytes.data() + offset, dib.bits().size());
-    return dib;
+    }
 }
 
 // The number of differing pixels, and where the first is.
