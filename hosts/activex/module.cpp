@@ -19,45 +19,39 @@ HINSTANCE gInstance = nullptr;
 std::atomic<long> gObjects { 0 };
 std::atomic<long> gLocks { 0 };
 
-class ClassFactory final : public IClassFactory {
-public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
-    {
-        if (!object)
-            return E_POINTER;
-        if (iid == IID_IUnknown || iid == IID_IClassFactory) {
-            *object = static_cast<IClassFactory*>(this);
-            AddRef();
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    // The factory is static: it lives as long as the module.
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override
-    {
-        if (!object)
-            return E_POINTER;
-        *object = nullptr;
-        if (outer)
-            return CLASS_E_NOAGGREGATION;
-        return ComPanel::Create(iid, object);
-    }
-    HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override
-    {
-        lock ? ++gLocks : --gLocks;
-        return S_OK;
-    }
-};
-
-ClassFactory gFactory;
+ModuleClassFactory gFactory { &ComPanel::Create };
 
 } // namespace
 
 HINSTANCE ModuleInstance() { return gInstance; }
+
+HRESULT ModuleClassFactory::QueryInterface(REFIID iid, void** object)
+{
+    if (!object)
+        return E_POINTER;
+    if (iid == IID_IUnknown || iid == IID_IClassFactory) {
+        *object = static_cast<IClassFactory*>(this);
+        return S_OK;
+    }
+    *object = nullptr;
+    return E_NOINTERFACE;
+}
+
+HRESULT ModuleClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object)
+{
+    if (!object)
+        return E_POINTER;
+    *object = nullptr;
+    if (outer)
+        return CLASS_E_NOAGGREGATION;
+    return create_(iid, object);
+}
+
+HRESULT ModuleClassFactory::LockServer(BOOL lock)
+{
+    lock ? ++gLocks : --gLocks;
+    return S_OK;
+}
 
 std::wstring ModulePath()
 {

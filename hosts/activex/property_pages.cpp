@@ -53,42 +53,6 @@ const pages::PageSpec* OwnPage(REFCLSID classId)
     return nullptr;
 }
 
-// One factory per page class; like the control's, it lives as long as the module.
-class PageFactory final : public IClassFactory {
-public:
-    explicit PageFactory(GUID classId) : classId_(classId) { }
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
-    {
-        if (!object)
-            return E_POINTER;
-        if (iid == IID_IUnknown || iid == IID_IClassFactory) {
-            *object = static_cast<IClassFactory*>(this);
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override
-    {
-        if (!object)
-            return E_POINTER;
-        *object = nullptr;
-        if (outer)
-            return CLASS_E_NOAGGREGATION;
-        return PropertyPageObject::CreateFor(classId_, iid, object);
-    }
-    HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override
-    {
-        lock ? ObjectCreated() : ObjectDestroyed();
-        return S_OK;
-    }
-
-private:
-    GUID classId_;
-};
 
 std::wstring ClassKey(const char* classId) { return L"CLSID\\{" + Wide(classId) + L"}"; }
 
@@ -127,11 +91,14 @@ HRESULT ShowPropertyPages(IUnknown* control, HWND owner, const std::wstring& cap
 
 HRESULT GetPageClassObject(REFCLSID classId, REFIID iid, void** object)
 {
-    static std::vector<PageFactory> factories = [] {
-        std::vector<PageFactory> made;
+    // One factory per page class; like the control's, it lives as long as the module.
+    static std::vector<ModuleClassFactory> factories = [] {
+        std::vector<ModuleClassFactory> made;
         for (const PageClass& page : kPageClasses)
             if (page.classId)
-                made.emplace_back(ParseGuid(page.classId));
+                made.emplace_back([classId = ParseGuid(page.classId)](REFIID iid, void** object) {
+                    return PropertyPageObject::CreateFor(classId, iid, object);
+                });
         return made;
     }();
     size_t index = 0;
