@@ -19,31 +19,13 @@
 #include "page_ids.h"
 #include "typelib_ids.h"
 
+#include "check.h"
+
 namespace {
 
 using namespace vex::model;
 using vex::activex::LibraryName;
-
-int gFailures = 0;
-
-template <typename... Args>
-void Fail(const char* format, Args... args)
-{
-    std::printf("FAIL ");
-    std::printf(format, args...);
-    std::printf("\n");
-    ++gFailures;
-}
-
-std::string Narrow(const wchar_t* text)
-{
-    std::string out;
-    for (; text && *text; ++text)
-        out.push_back(static_cast<char>(*text));
-    return out;
-}
-
-std::wstring Wide(std::string_view text) { return std::wstring(text.begin(), text.end()); }
+using namespace vex::activex::test;
 
 std::string NameOf(ITypeInfo* info, MEMBERID id = MEMBERID_NIL, std::string* help = nullptr)
 {
@@ -323,18 +305,10 @@ void CheckEvents(ITypeLib* library)
     info->Release();
 }
 
-GUID Guid(const char* text)
-{
-    GUID guid {};
-    std::wstring braced = L"{" + Wide(text) + L"}";
-    CLSIDFromString(braced.c_str(), &guid);
-    return guid;
-}
-
 void CheckClass(ITypeLib* library)
 {
     ITypeInfo* info = nullptr;
-    if (FAILED(library->GetTypeInfoOfGuid(Guid(vex::activex::kClassId), &info))) {
+    if (FAILED(library->GetTypeInfoOfGuid(ParseGuid(vex::activex::kClassId), &info))) {
         Fail("no class %s", vex::activex::kClassId);
         return;
     }
@@ -410,7 +384,7 @@ int CheckTypeLibrary(const wchar_t* server)
     library->GetLibAttr(&attributes);
     BSTR name = nullptr;
     library->GetDocumentation(-1, &name, nullptr, nullptr, nullptr);
-    if (Narrow(name) != "Vex_Panel" || attributes->guid != Guid(vex::activex::kLibraryId)
+    if (Narrow(name) != "Vex_Panel" || attributes->guid != ParseGuid(vex::activex::kLibraryId)
         || attributes->wMajorVerNum != vex::activex::kLibraryMajor || attributes->wMinorVerNum != vex::activex::kLibraryMinor)
         Fail("the library is %s %d.%d", Narrow(name).c_str(), attributes->wMajorVerNum, attributes->wMinorVerNum);
     std::printf("library %s, %s\n", Narrow(name).c_str(), attributes->syskind == SYS_WIN64 ? "win64" : "win32");
@@ -422,7 +396,7 @@ int CheckTypeLibrary(const wchar_t* server)
     CheckEvents(library);
     CheckClass(library);
     library->Release();
-    return gFailures ? 1 : 0;
+    return Status();
 }
 
 // ---- Registration -----------------------------------------------------------------------------
@@ -500,7 +474,7 @@ int CheckRegistered(const std::wstring& server)
             Fail("%ls %ls is \"%ls\", not \"%ls\"", key.key.c_str(), key.value ? key.value : L"(default)", value.c_str(),
                 key.expected.c_str());
     }
-    return gFailures ? 1 : 0;
+    return Status();
 }
 
 int CheckUnregistered()
@@ -514,7 +488,7 @@ int CheckUnregistered()
     for (const std::wstring& key : keys)
         if (Exists(key))
             Fail("%ls is still there", key.c_str());
-    return gFailures ? 1 : 0;
+    return Status();
 }
 
 } // namespace

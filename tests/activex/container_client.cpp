@@ -45,6 +45,8 @@
 #include "platform/win32/gdi_bitmap.h"
 #include "typelib_ids.h"
 
+#include "check.h"
+
 extern "C" {
 BOOL WINAPI AtlAxWinInit();
 HRESULT WINAPI AtlAxCreateControlEx(const WCHAR* name, HWND window, IStream* stream, IUnknown** container,
@@ -53,17 +55,7 @@ HRESULT WINAPI AtlAxCreateControlEx(const WCHAR* name, HWND window, IStream* str
 
 namespace {
 
-int gFailures = 0;
-
-template <typename... Args>
-void Fail(const char* format, Args... args)
-{
-    std::printf("FAIL ");
-    std::printf(format, args...);
-    std::printf("\n");
-    std::fflush(stdout);
-    ++gFailures;
-}
+using namespace vex::activex::test;
 
 void Pump(int milliseconds)
 {
@@ -176,22 +168,11 @@ struct Form {
 // ---- events ------------------------------------------------------------------------------------
 
 // An event sink that records each event with its arguments and may change them.
-class Sink final : public IDispatch {
+class Sink final : public StackObject<IDispatch, IID_IDispatch, DIID___VexPanel> {
 public:
     std::vector<std::string> seen;
     std::function<void(DISPID, DISPPARAMS*)> change;
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
-    {
-        if (iid == IID_IUnknown || iid == IID_IDispatch || iid == DIID___VexPanel) {
-            *object = this;
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { *count = 0; return S_OK; }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
@@ -299,20 +280,13 @@ int Events()
     point->Unadvise(firstCookie);
     point->Release();
     container->Release();
-    return gFailures ? 1 : 0;
+    return Status();
 }
 
 // ---- quick activation ----------------------------------------------------------------------------
 
-class PropertySink final : public IPropertyNotifySink {
+class PropertySink final : public StackObject<IPropertyNotifySink, IID_IPropertyNotifySink> {
 public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
-    {
-        *object = iid == IID_IUnknown || iid == IID_IPropertyNotifySink ? this : nullptr;
-        return *object ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE OnChanged(DISPID) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE OnRequestEdit(DISPID) override { return S_OK; }
 };
@@ -397,13 +371,13 @@ int QuickActivation()
     for (IUnknown* object : std::initializer_list<IUnknown*> { allPoints, points, font, fontDisp, panel, persist, ambientFont, quick })
         if (object)
             object->Release();
-    return gFailures ? 1 : 0;
+    return Status();
 }
 
 // ---- persist ---------------------------------------------------------------------------------
 
 // A container's property bag: the values by key, and the keys in the order read and written.
-class Bag final : public IPropertyBag {
+class Bag final : public StackObject<IPropertyBag, IID_IPropertyBag> {
 public:
     std::vector<std::pair<std::string, VARIANT>> values;
     std::vector<std::string> reads, writes;
@@ -413,17 +387,6 @@ public:
         for (auto& [key, value] : values)
             VariantClear(&value);
     }
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
-    {
-        if (iid == IID_IUnknown || iid == IID_IPropertyBag) {
-            *object = this;
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override
     {
         std::string key = Narrow(name);
@@ -446,13 +409,6 @@ public:
         VariantCopy(&copy, value);
         values.emplace_back(key, copy);
         return S_OK;
-    }
-    static std::string Narrow(LPCOLESTR text)
-    {
-        std::string out;
-        for (; text && *text; ++text)
-            out.push_back(static_cast<char>(*text));
-        return out;
     }
 };
 
@@ -575,7 +531,7 @@ int Persist(const std::vector<std::string>& files)
             Fail("%s: %s", file.c_str(), error.what());
         }
     }
-    return gFailures ? 1 : 0;
+    return Status();
 }
 
 // ---- render ------------------------------------------------------------------------------------
@@ -655,7 +611,7 @@ int Animate(const std::string& directory, int width, int height, const std::stri
         Fail("%s: %zu pictures in 5 s", file.c_str(), frames.size());
     for (size_t i = 0; i < frames.size(); ++i)
         WriteBitmap(directory + "\\frame" + std::to_string(i) + ".bmp", frames[i], width, height);
-    return gFailures ? 1 : 0;
+    return Status();
 }
 
 // A PNG as a program gives it to the panel: decoded with alpha composed onto the panel's back
@@ -758,7 +714,7 @@ int Render(const std::string& directory, int width, int height, const std::vecto
             Fail("%s: %s", entry.file.c_str(), error.what());
         }
     }
-    return gFailures ? 1 : 0;
+    return Status();
 }
 
 // FILE [--backdrop PNG] [--picture PNG] ...

@@ -9,17 +9,9 @@
 #include <cstdlib>
 #include <string>
 
-namespace {
+#include "check.h"
 
-std::string Utf8(const wchar_t* text)
-{
-    int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
-    std::string out(static_cast<size_t>(size > 0 ? size - 1 : 0), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text, -1, out.data(), size, nullptr, nullptr);
-    return out;
-}
-
-} // namespace
+using vex::activex::test::Narrow;
 
 int wmain(int argc, wchar_t** argv)
 {
@@ -36,7 +28,7 @@ int wmain(int argc, wchar_t** argv)
             std::wstring line;
             for (const wchar_t* c = text; *c; ++c) // one line per dialog: " / " between its lines
                 *c == L'\n' ? line += L" / " : *c == L'\r' ? line : line += *c;
-            std::printf("DIALOG %s|%s\n", Utf8(title).c_str(), Utf8(line.c_str()).c_str());
+            std::printf("DIALOG %s|%s\n", Narrow(title).c_str(), Narrow(line.c_str()).c_str());
             std::fflush(stdout);
             SendMessageW(dialog, WM_COMMAND, IDOK, 0);
             Sleep(100);

@@ -30,38 +30,12 @@
 #include "page_ids.h"
 #include "pages/page_tables.h"
 
+#include "check.h"
+
 namespace {
 
 using namespace vex::activex;
-
-int gFailures = 0;
-
-template <typename... Args>
-void Fail(const char* format, Args... args)
-{
-    std::printf("FAIL ");
-    std::printf(format, args...);
-    std::printf("\n");
-    std::fflush(stdout);
-    ++gFailures;
-}
-
-std::wstring Wide(std::string_view text) { return std::wstring(text.begin(), text.end()); }
-
-std::string Narrow(const wchar_t* text)
-{
-    std::string narrow;
-    for (; text && *text; ++text)
-        narrow += static_cast<char>(*text);
-    return narrow;
-}
-
-GUID ParseGuid(const char* text)
-{
-    GUID guid {};
-    CLSIDFromString((L"{" + Wide(text) + L"}").c_str(), &guid);
-    return guid;
-}
+using namespace vex::activex::test;
 
 // A property read through the control's IDispatch, as text ("-1" for True).
 std::string Property(IDispatch* control, const char* name)
@@ -82,21 +56,10 @@ std::string Property(IDispatch* control, const char* name)
 }
 
 // The frame's side of a page: records the status the page reports.
-class Site final : public IPropertyPageSite {
+class Site final : public StackObject<IPropertyPageSite, IID_IPropertyPageSite> {
 public:
     DWORD status = 0;
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
-    {
-        if (iid == IID_IUnknown || iid == IID_IPropertyPageSite) {
-            *object = this;
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE OnStatusChange(DWORD flags) override
     {
         status |= flags;
@@ -261,8 +224,8 @@ void RunCase(const PageCase& test, IUnknown* control, IDispatch* dispatch, HWND 
     page->SetPageSite(&site);
     page->SetObjects(1, &control);
     PROPPAGEINFO info {};
-    if (FAILED(page->GetPageInfo(&info)) || Narrow(info.pszTitle) != spec->caption)
-        Fail("%s: title %s", test.page, Narrow(info.pszTitle).c_str());
+    if (FAILED(page->GetPageInfo(&info))) // its title is checked as the frame's tab
+        Fail("%s: no page info", test.page);
     CoTaskMemFree(info.pszTitle);
     RECT rect { 0, 0, info.size.cx, info.size.cy };
     page->Activate(form, &rect, FALSE);
@@ -353,7 +316,7 @@ int Pages(const std::string& examples)
     DestroyWindow(form);
     dispatch->Release();
     control->Release();
-    return gFailures ? 1 : 0;
+    return Status();
 }
 
 
@@ -474,7 +437,7 @@ int Frame(const std::string& file, int page)
         Fail("cannot write %s", file.c_str());
     object->Release();
     control->Release();
-    return gFailures ? 1 : 0;
+    return Status();
 }
 
 // The About box: Acerca shows it as a dialog of the caller's; its picture is written and it is
@@ -535,7 +498,7 @@ int About(const std::string& file)
         Fail("cannot write %s", file.c_str());
     automation->Release();
     control->Release();
-    return gFailures ? 1 : 0;
+    return Status();
 }
 
 } // namespace
