@@ -46,6 +46,7 @@
 #include "typelib_ids.h"
 
 #include "check.h"
+#include "window_bitmap.h"
 
 extern "C" {
 BOOL WINAPI AtlAxWinInit();
@@ -535,59 +536,6 @@ int Persist(const std::vector<std::string>& files)
 }
 
 // ---- render ------------------------------------------------------------------------------------
-
-// The header of the 32-bit top-down pictures the tests read and write.
-BITMAPINFOHEADER TopDown32(int width, int height)
-{
-    BITMAPINFOHEADER header {};
-    header.biSize = sizeof header;
-    header.biWidth = width;
-    header.biHeight = -height;
-    header.biPlanes = 1;
-    header.biBitCount = 32;
-    return header;
-}
-
-// What draw paints into a 32-bit top-down picture.
-std::vector<uint8_t> Drawn(int width, int height, const std::function<void(HDC)>& draw)
-{
-    BITMAPINFOHEADER header = TopDown32(width, height);
-    HDC memory = CreateCompatibleDC(nullptr);
-    void* bits = nullptr;
-    HBITMAP section = CreateDIBSection(memory, reinterpret_cast<BITMAPINFO*>(&header), DIB_RGB_COLORS, &bits, nullptr, 0);
-    HGDIOBJ old = SelectObject(memory, section);
-    draw(memory);
-    GdiFlush();
-    std::vector<uint8_t> pixels(static_cast<uint8_t*>(bits), static_cast<uint8_t*>(bits) + static_cast<size_t>(width) * height * 4);
-    SelectObject(memory, old);
-    DeleteObject(section);
-    DeleteDC(memory);
-    return pixels;
-}
-
-// What a window shows.
-std::vector<uint8_t> WindowPixels(HWND window, int width, int height)
-{
-    return Drawn(width, height, [&](HDC memory) {
-        HDC source = GetDC(window);
-        BitBlt(memory, 0, 0, width, height, source, 0, 0, SRCCOPY);
-        ReleaseDC(window, source);
-    });
-}
-
-bool WriteBitmap(const std::string& path, const std::vector<uint8_t>& pixels, int width, int height)
-{
-    BITMAPINFOHEADER header = TopDown32(width, height);
-    BITMAPFILEHEADER file {};
-    file.bfType = 0x4D42;
-    file.bfOffBits = sizeof file + sizeof header;
-    file.bfSize = static_cast<DWORD>(file.bfOffBits + pixels.size());
-    std::ofstream out(path, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(&file), sizeof file);
-    out.write(reinterpret_cast<const char*>(&header), sizeof header);
-    out.write(reinterpret_cast<const char*>(pixels.data()), static_cast<std::streamsize>(pixels.size()));
-    return static_cast<bool>(out);
-}
 
 // The animation as the window shows it: every different picture, in order, while the control's
 // timer ticks (this thread's message loop runs it).

@@ -31,6 +31,7 @@
 #include "pages/page_tables.h"
 
 #include "check.h"
+#include "window_bitmap.h"
 
 namespace {
 
@@ -322,34 +323,13 @@ int Pages(const std::string& examples)
 
 // ---- The system's frame ------------------------------------------------------------------------
 
-// A window's pixels (its frame and title too) as a 32-bit bottom-up .bmp file.
-bool WriteBitmap(const std::string& file, HWND window)
+// A window's pixels, its frame and title too, as a .bmp file.
+bool WriteWindowBitmap(const std::string& file, HWND window)
 {
     RECT rect {};
     GetWindowRect(window, &rect);
     const int width = rect.right - rect.left, height = rect.bottom - rect.top;
-    HDC source = GetWindowDC(window);
-    HDC memory = CreateCompatibleDC(source);
-    BITMAPINFO info {};
-    info.bmiHeader = { sizeof(BITMAPINFOHEADER), width, height, 1, 32, BI_RGB, 0, 0, 0, 0, 0 };
-    void* bits = nullptr;
-    HBITMAP bitmap = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    HGDIOBJ old = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, width, height, source, 0, 0, SRCCOPY);
-    SelectObject(memory, old);
-    const DWORD size = static_cast<DWORD>(width * height * 4);
-    BITMAPFILEHEADER header { 0x4D42, static_cast<DWORD>(sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER) + size), 0, 0,
-        sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER) };
-    bool written = false;
-    if (FILE* out = std::fopen(file.c_str(), "wb")) {
-        written = std::fwrite(&header, sizeof header, 1, out) == 1 && std::fwrite(&info.bmiHeader, sizeof info.bmiHeader, 1, out) == 1
-            && std::fwrite(bits, size, 1, out) == 1;
-        std::fclose(out);
-    }
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(window, source);
-    return written;
+    return WriteBitmap(file, WindowPixels(window, width, height, true), width, height);
 }
 
 struct FrameDriver {
@@ -392,7 +372,7 @@ DWORD WINAPI DriveFrame(void* argument)
     driver.editorFound = ours && GetDlgItem(ours, kEditorId);
     RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
     Sleep(300);
-    driver.written = WriteBitmap(driver.file, frame);
+    driver.written = WriteWindowBitmap(driver.file, frame);
     PostMessageW(frame, WM_COMMAND, IDCANCEL, 0);
     return 0;
 }
@@ -459,7 +439,7 @@ DWORD WINAPI DriveAbout(void* argument)
         driver.text = Narrow(text);
         RedrawWindow(box, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
         Sleep(300);
-        driver.written = WriteBitmap(driver.file, box);
+        driver.written = WriteWindowBitmap(driver.file, box);
         PostMessageW(box, WM_COMMAND, IDOK, 0);
         break;
     }
