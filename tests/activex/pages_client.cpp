@@ -22,6 +22,7 @@
 
 #include "Vex_Panel_h.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <string>
@@ -400,16 +401,18 @@ int Frame(const std::string& file, int page)
     for (const std::string& tab : driver.tabs)
         titles += tab + " ";
     std::printf("frame tabs: %s\n", titles.c_str());
-    // Each of the server's pages is a tab in its order; the system's own pages may be missing.
-    size_t next = 0;
+    // Each of the server's pages is a tab titled with its caption, in its order; the system's own
+    // pages may be missing. A page that is not there leaves the others to be found.
+    auto next = driver.tabs.cbegin();
     for (const PageClass& ours : kPageClasses) {
         if (!ours.classId)
             continue;
         const std::string_view caption = vex::pages::FindPage(ours.page)->caption;
-        while (next < driver.tabs.size() && driver.tabs[next] != caption)
-            ++next;
-        if (next == driver.tabs.size())
+        const auto tab = std::find(next, driver.tabs.cend(), caption);
+        if (tab == driver.tabs.cend())
             Fail("the frame has no tab %s", std::string(caption).c_str());
+        else
+            next = tab + 1;
     }
     if (!driver.editorFound)
         Fail("the frame's page %d shows no editor", page);
