@@ -4,7 +4,8 @@
 // encoder would, compressed by zlib at several levels. Figures are output megabytes per second
 // (best of several timed runs, in CPU time of the thread).
 //
-//   bench-inflate [--quick]     --quick: the small images only
+//   bench-inflate [--quick] [--only TEXT]
+//     --quick: the small images only; --only: the cases whose name contains TEXT
 
 #include <libdeflate.h>
 #include <zlib.h>
@@ -250,7 +251,14 @@ struct Row {
 
 int main(int argc, char** argv)
 {
-    const bool quick = argc > 1 && std::strcmp(argv[1], "--quick") == 0;
+    bool quick = false;
+    const char* only = nullptr;
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--quick") == 0)
+            quick = true;
+        else if (std::strcmp(argv[i], "--only") == 0 && i + 1 < argc)
+            only = argv[++i];
+    }
     struct Kind {
         const char* name;
         Image (*make)(unsigned, unsigned, uint32_t);
@@ -267,10 +275,14 @@ int main(int argc, char** argv)
     std::vector<Case> cases;
     for (const Kind& kind : kinds)
         for (const Size& size : sizes) {
-            Bytes raw = Filter(kind.make(size.width, size.height, 7));
+            Bytes raw;
             for (int level : size.levels) {
                 char name[64];
                 std::snprintf(name, sizeof name, "%s %.2gMP L%d", kind.name, size.width * size.height / 1048576.0, level);
+                if (only != nullptr && std::strstr(name, only) == nullptr)
+                    continue;
+                if (raw.empty())
+                    raw = Filter(kind.make(size.width, size.height, 7));
                 cases.push_back({name, raw, ZlibCompress(raw, level)});
             }
         }

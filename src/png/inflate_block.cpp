@@ -15,12 +15,28 @@ namespace {
 // One fast iteration refills once, reading 8 input bytes ...
 constexpr size_t kFastInputMargin = 8;
 // ... and writes at most one match of 258 bytes, plus what a chunked copy writes past it.
-constexpr size_t kCopyOvershoot = 32;
+constexpr size_t kCopyOvershoot = 48;
 constexpr size_t kFastOutputMargin = 258 + kCopyOvershoot;
 
 [[noreturn]] void RaiseSubscript() { Raise(ErrorCode::SubscriptOutOfRange); }
 
 #define VEX_ALWAYS_INLINE __attribute__((always_inline))
+
+// The low `count` bits of `value` (count < 64); one instruction with BMI2. The compiler does not
+// find that instruction for the mask by itself, and its intrinsic cannot be inlined through the
+// loop's helpers, which carry no target of their own.
+template <bool kBmi2>
+VEX_ALWAYS_INLINE inline uint64_t LowBits(uint64_t value, unsigned count)
+{
+#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
+    if constexpr (kBmi2) {
+        uint64_t low;
+        asm("bzhi %2, %1, %0" : "=r"(low) : "r"(value), "r"(uint64_t{count}));
+        return low;
+    }
+#endif
+    return value & ((uint64_t{1} << count) - 1);
+}
 
 VEX_ALWAYS_INLINE inline void Copy8(uint8_t* to, const uint8_t* from) { std::memcpy(to, from, 8); }
 VEX_ALWAYS_INLINE inline void Copy16(uint8_t* to, const uint8_t* from) { std::memcpy(to, from, 16); }
@@ -33,11 +49,11 @@ VEX_ALWAYS_INLINE inline void CopyMatch(uint8_t* out, size_t distance, size_t le
     uint8_t* const stop = out + length;
     const uint8_t* from = out - distance;
     if (distance >= 16) {
-        // Most matches are short: two chunks without a test, then two at a time.
         Copy16(out, from);
         Copy16(out + 16, from + 16);
-        out += 32;
-        from += 32;
+        Copy16(out + 32, from + 32);
+        out += 48;
+        from += 48;
         while (out < stop) {
             Copy16(out, from);
             Copy16(out + 16, from + 16);
@@ -106,7 +122,12 @@ VEX_ALWAYS_INLINE inline void CopyMatch(uint8_t* out, size_t distance, size_t le
 //
 // It is written once and compiled twice, for plain x86-64 and for BMI2 (variable shifts and
 // bit-field extracts without the flags dance), chosen at run time.
-template <bool kTrackDistance>
+//
+// Inside the loop only the low byte of `bitsLeft` counts: a symbol is consumed by subtracting its
+// whole entry (the total sits in the entry's low byte and is below 64, so no borrow reaches the
+// count), and shifts take counts of six bits as the shift instructions do, which saves the
+// masking on every symbol.
+template <bool kBmi2, bool kTrackDistance>
 VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const DecodeTable& litLenTable,
                                              const DecodeTable& distanceTable, Flow& flow)
 {
@@ -146,20 +167,31 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
         bitBuffer >>= consumed_;                                                                                      \
         bitsLeft -= consumed_;                                                                                        \
     } while (0)
-    // Branch-free refill: load 8 bytes, keep the whole ones that fit; bitsLeft ends in 56..63.
+    // Consumes a symbol's total (codeword and extra bits) straight from its entry.
+#define VEX_CONSUME_ENTRY(entry)                                                                                      \
+    do {                                                                                                              \
+        bitBuffer >>= (entry) & 63;                                                                                   \
+        bitsLeft -= (entry);                                                                                          \
+    } while (0)
+    // Branch-free refill: load 8 bytes, keep the whole ones that fit; the count ends in 56..63.
 #define VEX_REFILL()                                                                                                  \
     do {                                                                                                              \
-        bitBuffer |= LoadLittleEndian64(in) << bitsLeft;                                                              \
-        in += (63 - bitsLeft) >> 3;                                                                                   \
+        bitBuffer |= LoadLittleEndian64(in) << (bitsLeft & 63);                                                       \
+        in += 7 - ((bitsLeft >> 3) & 7);                                                                              \
         bitsLeft |= 56;                                                                                               \
     } while (0)
-#define VEX_BITS(value, count) ((value) & ((uint64_t{1} << (count)) - 1))
+    // A length or distance entry's extra bits, from the buffer as it was before the entry was
+    // consumed. Such an entry has no flags, so its codeword field may be read six bits wide.
+    auto extraBits = [](uint64_t before, uint32_t entry) VEX_ALWAYS_INLINE {
+        return size_t(LowBits<kBmi2>(before, entry & 63) >> ((entry >> 8) & 63));
+    };
+#define VEX_BITS(value, count) LowBits<kBmi2>((value), (count))
 
-    auto position = [&]() VEX_ALWAYS_INLINE { return (inputBase + uint64_t(in - stream.begin)) * 8 - bitsLeft; };
+    auto position = [&]() VEX_ALWAYS_INLINE { return (inputBase + uint64_t(in - stream.begin)) * 8 - (bitsLeft & 0xff); };
     auto save = [&]() VEX_ALWAYS_INLINE {
         stream.next = in;
         stream.bitBuffer = bitBuffer;
-        stream.bitsLeft = bitsLeft;
+        stream.bitsLeft = bitsLeft & 0xff;
         stream.outPos = reinterpret_cast<uintptr_t>(out) - origin;
         if (lastDistanceSearch != 0)
             stream.loadedBits = std::max(stream.loadedBits, lastDistanceSearch);
@@ -171,15 +203,15 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
         if (entry & kEntryLiteral) {
             // Up to three literals: each takes at most 15 of the 56 bits, and the 11 bits left
             // after the third still index the next entry.
-            VEX_CONSUME(EntryTotal(entry));
+            VEX_CONSUME_ENTRY(entry);
             *out++ = static_cast<uint8_t>(EntryPayload(entry));
             entry = litLen[bitBuffer & kLitLenMask];
             if (entry & kEntryLiteral) {
-                VEX_CONSUME(EntryTotal(entry));
+                VEX_CONSUME_ENTRY(entry);
                 *out++ = static_cast<uint8_t>(EntryPayload(entry));
                 entry = litLen[bitBuffer & kLitLenMask];
                 if (entry & kEntryLiteral) {
-                    VEX_CONSUME(EntryTotal(entry));
+                    VEX_CONSUME_ENTRY(entry);
                     *out++ = static_cast<uint8_t>(EntryPayload(entry));
                     entry = litLen[bitBuffer & kLitLenMask];
                 }
@@ -195,7 +227,7 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
                 VEX_CONSUME(prefixBits);
                 entry = litLen[EntryPayload(entry) + VEX_BITS(bitBuffer, EntryCodeword(entry))];
                 if (entry & kEntryLiteral) {
-                    VEX_CONSUME(EntryTotal(entry));
+                    VEX_CONSUME_ENTRY(entry);
                     *out++ = static_cast<uint8_t>(EntryPayload(entry));
                     VEX_REFILL();
                     entry = litLen[bitBuffer & kLitLenMask];
@@ -218,15 +250,15 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
 
         // A length code and its extra bits, then the distance code and its extra bits.
         uint64_t saved = bitBuffer;
-        VEX_CONSUME(EntryTotal(entry));
-        const size_t length = EntryPayload(entry) + size_t(VEX_BITS(saved, EntryTotal(entry)) >> EntryCodeword(entry));
+        VEX_CONSUME_ENTRY(entry);
+        const size_t length = EntryPayload(entry) + extraBits(saved, entry);
 
         if constexpr (kTrackDistance)
             lastDistanceSearch = position() + distanceTable.longest;
         entry = distances[bitBuffer & kDistanceMask];
         if (entry & kEntryExceptional) {
             if (entry & kEntrySubtable) {
-                VEX_CONSUME(EntryTotal(entry));
+                VEX_CONSUME_ENTRY(entry);
                 entry = distances[EntryPayload(entry) + VEX_BITS(bitBuffer, EntryCodeword(entry))];
             }
             if (entry & kEntryExceptional) {
@@ -236,8 +268,8 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
             }
         }
         saved = bitBuffer;
-        VEX_CONSUME(EntryTotal(entry));
-        const size_t distance = EntryPayload(entry) + size_t(VEX_BITS(saved, EntryTotal(entry)) >> EntryCodeword(entry));
+        VEX_CONSUME_ENTRY(entry);
+        const size_t distance = EntryPayload(entry) + extraBits(saved, entry);
 
         // After a refill all 64 bits of the buffer are the stream's, and a length and a distance
         // take at most 48 of them: the next entry can be looked up before the refill, which
@@ -271,16 +303,16 @@ bool TracksDistance(const DecodeTable& litLen, const DecodeTable& distance)
 
 bool DecodeFastPlain(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
 {
-    return TracksDistance(litLen, distance) ? DecodeFastBody<true>(stream, litLen, distance, flow)
-                                            : DecodeFastBody<false>(stream, litLen, distance, flow);
+    return TracksDistance(litLen, distance) ? DecodeFastBody<false, true>(stream, litLen, distance, flow)
+                                            : DecodeFastBody<false, false>(stream, litLen, distance, flow);
 }
 
 #if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
 __attribute__((target("bmi2"))) bool DecodeFastBmi2(InflateStream& stream, const DecodeTable& litLen,
                                                     const DecodeTable& distance, Flow& flow)
 {
-    return TracksDistance(litLen, distance) ? DecodeFastBody<true>(stream, litLen, distance, flow)
-                                            : DecodeFastBody<false>(stream, litLen, distance, flow);
+    return TracksDistance(litLen, distance) ? DecodeFastBody<true, true>(stream, litLen, distance, flow)
+                                            : DecodeFastBody<true, false>(stream, litLen, distance, flow);
 }
 
 bool DecodeFast(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
