@@ -12,11 +12,14 @@ namespace vex::png::inflate_detail {
 
 namespace {
 
-// One fast iteration refills once, reading 8 input bytes ...
-constexpr size_t kFastInputMargin = 8;
-// ... and writes at most one match of 258 bytes, plus what a chunked copy writes past it.
+// One fast iteration takes at most 70 bits (two literals, a length and a distance) and refills
+// at most twice, reading 8 bytes each time: it reads no further than 18 bytes past where it
+// started ...
+constexpr size_t kFastInputMargin = 24;
+// ... and writes at most two literals and a match of 258 bytes, plus what a chunked copy
+// writes past the match.
 constexpr size_t kCopyOvershoot = 48;
-constexpr size_t kFastOutputMargin = 258 + kCopyOvershoot;
+constexpr size_t kFastOutputMargin = 2 + 258 + kCopyOvershoot;
 
 [[noreturn]] void RaiseSubscript() { Raise(ErrorCode::SubscriptOutOfRange); }
 
@@ -115,10 +118,10 @@ VEX_ALWAYS_INLINE inline void CopyMatch(uint8_t* out, size_t distance, size_t le
 // false when it stopped at a margin and the careful loop must go on from the saved state.
 //
 // Each iteration starts with at least 56 valid bits, all from the input, and the next
-// literal/length entry already looked up; it decodes up to three literals or one match
-// (at most 15 + 5 + 15 + 13 = 48 bits), then refills once and looks up the next entry (before
-// the match's copy, so that the lookup overlaps it). The margins are tested once per
-// iteration: the refill reads 8 bytes, a match writes 258 plus the copy's overshoot.
+// literal/length entry already looked up; it decodes up to three literals, or up to two and a
+// match (a length of at most 15 + 5 bits, a distance of at most 15 + 13), then looks up the
+// next entry and refills (the lookup before the match's copy, so that it overlaps the copy).
+// The margins are tested once per iteration: see kFastInputMargin and kFastOutputMargin.
 //
 // It is written once and compiled twice, for plain x86-64 and for BMI2 (variable shifts and
 // bit-field extracts without the flags dance), chosen at run time.
@@ -201,8 +204,10 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
     uint32_t entry = litLen[bitBuffer & kLitLenMask];
     while (in <= inputLimit && out <= outputLimit) {
         if (entry & kEntryLiteral) {
-            // Up to three literals: each takes at most 15 of the 56 bits, and the 11 bits left
-            // after the third still index the next entry.
+            // Up to three literals. A literal of the primary table takes at most 11 bits, so
+            // after the third 23 of the 56 bits are left to look up the next entry; after one or
+            // two, a length and a distance lookup still fit, and a match that follows is decoded
+            // here without going round the loop.
             VEX_CONSUME_ENTRY(entry);
             *out++ = static_cast<uint8_t>(EntryPayload(entry));
             entry = litLen[bitBuffer & kLitLenMask];
@@ -214,10 +219,10 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
                     VEX_CONSUME_ENTRY(entry);
                     *out++ = static_cast<uint8_t>(EntryPayload(entry));
                     entry = litLen[bitBuffer & kLitLenMask];
+                    VEX_REFILL();
+                    continue;
                 }
             }
-            VEX_REFILL();
-            continue;
         }
 
         unsigned prefixBits = 0; // bits of this symbol already taken by a subtable pointer
@@ -256,6 +261,11 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
         if constexpr (kTrackDistance)
             lastDistanceSearch = position() + distanceTable.longest;
         entry = distances[bitBuffer & kDistanceMask];
+        // Literals and a length may have taken 42 bits since the last refill: refill unless the
+        // distance (28 bits at most) and the next lookup (11) still fit. The refill leaves the
+        // bits already looked at as they are.
+        if ((bitsLeft & 0xff) < 28 + kLitLenPrimaryBits)
+            VEX_REFILL();
         if (entry & kEntryExceptional) {
             if (entry & kEntrySubtable) {
                 VEX_CONSUME_ENTRY(entry);
@@ -271,8 +281,7 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
         VEX_CONSUME_ENTRY(entry);
         const size_t distance = EntryPayload(entry) + extraBits(saved, entry);
 
-        // After a refill all 64 bits of the buffer are the stream's, and a length and a distance
-        // take at most 48 of them: the next entry can be looked up before the refill, which
+        // At least 11 bits are left: the next entry can be looked up before the refill, which
         // then overlaps the lookup instead of delaying it.
         entry = litLen[bitBuffer & kLitLenMask];
         VEX_REFILL();
