@@ -87,9 +87,13 @@ VEX_ALWAYS_INLINE inline void CopyMatch(uint8_t* out, size_t distance, size_t le
             std::memcpy(&quad, from, 4);
             word = quad * uint64_t{0x0000000100000001};
         }
-        uint64_t block[4] = {word, word, word, word};
+        // The word twice in one vector register (not reloaded from memory on every store),
+        // stored 32 bytes at a time.
+        using TwoWords = uint64_t __attribute__((vector_size(16)));
+        const TwoWords words = {word, word};
         do {
-            std::memcpy(out, block, 32);
+            std::memcpy(out, &words, 16);
+            std::memcpy(out + 16, &words, 16);
             out += 32;
         } while (out < stop);
     } else {
