@@ -48,14 +48,22 @@ constexpr std::array<uint32_t, kCodeLengthSymbols> MakeCodeLengthEntries()
 // A symbol's entry with its codeword length added to both the codeword and the total fields.
 uint32_t WithCodeword(uint32_t symbolEntry, unsigned codeword) { return symbolEntry + (codeword << 8) + codeword; }
 
+constexpr std::array<uint8_t, 256> MakeReversedBytes()
+{
+    std::array<uint8_t, 256> reversed{};
+    for (unsigned byte = 0; byte < 256; ++byte)
+        for (unsigned bit = 0; bit < 8; ++bit)
+            if (byte & (1u << bit))
+                reversed[byte] |= uint8_t(0x80u >> bit);
+    return reversed;
+}
+constexpr std::array<uint8_t, 256> kReversedBytes = MakeReversedBytes();
+
+// The low `length` bits of `code` in reverse order (length 1..15).
 uint32_t ReverseBits(uint32_t code, unsigned length)
 {
-    uint32_t reversed = 0;
-    for (unsigned bit = 0; bit < length; ++bit) {
-        reversed = (reversed << 1) | (code & 1);
-        code >>= 1;
-    }
-    return reversed;
+    const uint32_t reversed16 = uint32_t(kReversedBytes[code & 0xff]) << 8 | kReversedBytes[(code >> 8) & 0xff];
+    return reversed16 >> (16 - length);
 }
 
 } // namespace
@@ -136,18 +144,14 @@ int32_t BuildDecodeTable(DecodeTable& table, const uint8_t* lengths, unsigned co
         uint32_t reversed = ReverseBits(nextCode[length]++, length);
         uint32_t prefix = reversed & ((1u << primaryBits) - 1);
         if (!haveSubtable || prefix != subtablePrefix) {
-            // Find the group's last code to size the subtable.
+            // Find the group's last code to size the subtable. A group starts where its prefix
+            // does (the codes before it fill whole prefixes) and takes codes until they fill the
+            // prefix's share of the code space, or the codes run out (an incomplete set).
+            const uint32_t prefixSpace = uint32_t{1} << (kMaxCodeLength - primaryBits);
+            uint32_t space = uint32_t{1} << (kMaxCodeLength - length);
             unsigned last = index;
-            uint32_t probeCode[kMaxCodeLength + 1];
-            std::memcpy(probeCode, nextCode, sizeof probeCode);
-            while (last + 1 < total) {
-                unsigned nextLength = lengths[sorted[last + 1]];
-                uint32_t nextPrefix = ReverseBits(probeCode[nextLength], nextLength) & ((1u << primaryBits) - 1);
-                if (nextPrefix != prefix)
-                    break;
-                ++probeCode[nextLength];
-                ++last;
-            }
+            while (space < prefixSpace && last + 1 < total)
+                space += uint32_t{1} << (kMaxCodeLength - lengths[sorted[++last]]);
             subtableBits = lengths[sorted[last]] - primaryBits;
             subtableStart = nextSubtable;
             nextSubtable += size_t{1} << subtableBits;
