@@ -26,6 +26,7 @@ struct Inflater::Tables {
     std::array<uint32_t, kLitLenTableSize> litLenEntries;
     std::array<uint32_t, kDistanceTableSize> distanceEntries;
     std::array<uint32_t, kCodeLengthTableSize> codeLengthEntries;
+    std::array<uint32_t, size_t{1} << kLitLenPrimaryBits> matchEntries;
     DecodeTable fixedLitLen{fixedLitLenEntries.data(), kLitLenPrimaryBits};
     DecodeTable fixedDistance{fixedDistanceEntries.data(), kDistancePrimaryBits};
     DecodeTable litLen{litLenEntries.data(), kLitLenPrimaryBits};
@@ -132,6 +133,8 @@ Flow DynamicHeader(InflateStream& stream, Inflater::Tables& tables)
     if (BuildDecodeTable(tables.litLen, lengths, litLenCount, kLitLenSymbolEntries.data()) != 0 ||
         BuildDecodeTable(tables.distance, lengths + litLenCount, distanceCount, kDistanceSymbolEntries.data()) != 0)
         return Flow::TreeError;
+    BuildMatchEntries(tables.litLen, tables.distance, lengths, litLenCount, lengths + litLenCount, distanceCount,
+                      tables.matchEntries.data());
     return Flow::Continue;
 }
 

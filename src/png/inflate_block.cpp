@@ -155,7 +155,8 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
     if (in > inputLimit || out > outputLimit)
         return false;
 
-    const uint32_t* const litLen = litLenTable.entries;
+    const uint32_t* const primary = litLenTable.fastPrimary; // with match entries where they fit
+    const uint32_t* const litLen = litLenTable.entries;      // for its subtables
     const uint32_t* const distances = distanceTable.entries;
     constexpr uint64_t kLitLenMask = (uint64_t{1} << kLitLenPrimaryBits) - 1;
     constexpr uint64_t kDistanceMask = (uint64_t{1} << kDistancePrimaryBits) - 1;
@@ -205,7 +206,7 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
     };
 
     VEX_REFILL();
-    uint32_t entry = litLen[bitBuffer & kLitLenMask];
+    uint32_t entry = primary[bitBuffer & kLitLenMask];
     while (in <= inputLimit && out <= outputLimit) {
         if (entry & kEntryLiteral) {
             // Up to three literals. A literal of the primary table takes at most 11 bits, so
@@ -214,15 +215,15 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
             // here without going round the loop.
             VEX_CONSUME_ENTRY(entry);
             *out++ = static_cast<uint8_t>(EntryPayload(entry));
-            entry = litLen[bitBuffer & kLitLenMask];
+            entry = primary[bitBuffer & kLitLenMask];
             if (entry & kEntryLiteral) {
                 VEX_CONSUME_ENTRY(entry);
                 *out++ = static_cast<uint8_t>(EntryPayload(entry));
-                entry = litLen[bitBuffer & kLitLenMask];
+                entry = primary[bitBuffer & kLitLenMask];
                 if (entry & kEntryLiteral) {
                     VEX_CONSUME_ENTRY(entry);
                     *out++ = static_cast<uint8_t>(EntryPayload(entry));
-                    entry = litLen[bitBuffer & kLitLenMask];
+                    entry = primary[bitBuffer & kLitLenMask];
                     VEX_REFILL();
                     continue;
                 }
@@ -239,7 +240,7 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
                     VEX_CONSUME_ENTRY(entry);
                     *out++ = static_cast<uint8_t>(EntryPayload(entry));
                     VEX_REFILL();
-                    entry = litLen[bitBuffer & kLitLenMask];
+                    entry = primary[bitBuffer & kLitLenMask];
                     continue;
                 }
             }
@@ -257,37 +258,49 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
             }
         }
 
-        // A length code and its extra bits, then the distance code and its extra bits.
-        uint64_t saved = bitBuffer;
-        VEX_CONSUME_ENTRY(entry);
-        const size_t length = EntryPayload(entry) + extraBits(saved, entry);
+        size_t length, distance;
+        // A whole match in one entry: the length, and the distance's code and extra bits. (Marked
+        // unlikely for the layout's sake: blocks without match entries need the plain path laid
+        // out straight, and those with them measured no slower.)
+        if (!kTrackDistance && (entry & kEntryMatch)) [[unlikely]] {
+            const uint64_t saved = bitBuffer;
+            VEX_CONSUME_ENTRY(entry);
+            length = MatchEntryLength(entry);
+            distance = EntryPayload(kDistanceSymbolEntries[MatchEntryDistanceSymbol(entry)]) +
+                       size_t(LowBits<kBmi2>(saved, entry & 63) >> ((entry >> 8) & 15));
+        } else {
+            // A length code and its extra bits, then the distance code and its extra bits.
+            uint64_t saved = bitBuffer;
+            VEX_CONSUME_ENTRY(entry);
+            length = EntryPayload(entry) + extraBits(saved, entry);
 
-        if constexpr (kTrackDistance)
-            lastDistanceSearch = position() + distanceTable.longest;
-        entry = distances[bitBuffer & kDistanceMask];
-        // Literals and a length may have taken 42 bits since the last refill: refill unless the
-        // distance (28 bits at most) and the next lookup (11) still fit. The refill leaves the
-        // bits already looked at as they are.
-        if ((bitsLeft & 0xff) < 28 + kLitLenPrimaryBits)
-            VEX_REFILL();
-        if (entry & kEntryExceptional) {
-            if (entry & kEntrySubtable) {
-                VEX_CONSUME_ENTRY(entry);
-                entry = distances[EntryPayload(entry) + VEX_BITS(bitBuffer, EntryCodeword(entry))];
-            }
+            if constexpr (kTrackDistance)
+                lastDistanceSearch = position() + distanceTable.longest;
+            entry = distances[bitBuffer & kDistanceMask];
+            // Literals and a length may have taken 42 bits since the last refill: refill unless the
+            // distance (28 bits at most) and the next lookup (11) still fit. The refill leaves the
+            // bits already looked at as they are.
+            if ((bitsLeft & 0xff) < 28 + kLitLenPrimaryBits)
+                VEX_REFILL();
             if (entry & kEntryExceptional) {
-                save();
-                flow = Flow::Broken;
-                return true;
+                if (entry & kEntrySubtable) {
+                    VEX_CONSUME_ENTRY(entry);
+                    entry = distances[EntryPayload(entry) + VEX_BITS(bitBuffer, EntryCodeword(entry))];
+                }
+                if (entry & kEntryExceptional) {
+                    save();
+                    flow = Flow::Broken;
+                    return true;
+                }
             }
+            saved = bitBuffer;
+            VEX_CONSUME_ENTRY(entry);
+            distance = EntryPayload(entry) + extraBits(saved, entry);
         }
-        saved = bitBuffer;
-        VEX_CONSUME_ENTRY(entry);
-        const size_t distance = EntryPayload(entry) + extraBits(saved, entry);
 
         // At least 11 bits are left: the next entry can be looked up before the refill, which
         // then overlaps the lookup instead of delaying it.
-        entry = litLen[bitBuffer & kLitLenMask];
+        entry = primary[bitBuffer & kLitLenMask];
         VEX_REFILL();
 
         const size_t written = reinterpret_cast<uintptr_t>(out) - origin;
@@ -308,15 +321,9 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
 #undef VEX_BITS
 }
 
-// Whether a distance search can reach further than the next literal/length search.
-bool TracksDistance(const DecodeTable& litLen, const DecodeTable& distance)
-{
-    return distance.longest >= litLen.longest + 2;
-}
-
 bool DecodeFastPlain(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
 {
-    return TracksDistance(litLen, distance) ? DecodeFastBody<false, true>(stream, litLen, distance, flow)
+    return DistanceSearchesReachFurther(litLen, distance) ? DecodeFastBody<false, true>(stream, litLen, distance, flow)
                                             : DecodeFastBody<false, false>(stream, litLen, distance, flow);
 }
 
@@ -324,7 +331,7 @@ bool DecodeFastPlain(InflateStream& stream, const DecodeTable& litLen, const Dec
 __attribute__((target("bmi2"))) bool DecodeFastBmi2(InflateStream& stream, const DecodeTable& litLen,
                                                     const DecodeTable& distance, Flow& flow)
 {
-    return TracksDistance(litLen, distance) ? DecodeFastBody<true, true>(stream, litLen, distance, flow)
+    return DistanceSearchesReachFurther(litLen, distance) ? DecodeFastBody<true, true>(stream, litLen, distance, flow)
                                             : DecodeFastBody<true, false>(stream, litLen, distance, flow);
 }
 

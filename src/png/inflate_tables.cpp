@@ -66,15 +66,108 @@ uint32_t ReverseBits(uint32_t code, unsigned length)
     return reversed16 >> (16 - length);
 }
 
+// The first code of each length, as canonical Huffman codes are assigned.
+void FirstCodes(const uint32_t* perLength, uint32_t* firstCode)
+{
+    uint32_t code = 0;
+    firstCode[0] = 0;
+    for (unsigned length = 1; length <= kMaxCodeLength; ++length) {
+        code = (code + perLength[length - 1]) << 1;
+        firstCode[length] = code;
+    }
+}
+
+// Each symbol's canonical code, bit-reversed as the stream sends it (unused symbols: 0).
+void ReversedCodes(const uint8_t* lengths, unsigned count, uint16_t* codes)
+{
+    uint32_t perLength[kMaxCodeLength + 1] = {};
+    for (unsigned symbol = 0; symbol < count; ++symbol)
+        ++perLength[lengths[symbol]];
+    perLength[0] = 0;
+    uint32_t nextCode[kMaxCodeLength + 1];
+    FirstCodes(perLength, nextCode);
+    for (unsigned symbol = 0; symbol < count; ++symbol)
+        codes[symbol] = lengths[symbol] == 0 ? 0 : uint16_t(ReverseBits(nextCode[lengths[symbol]]++, lengths[symbol]));
+}
+
 } // namespace
 
 const std::array<uint32_t, kLitLenSymbols> kLitLenSymbolEntries = MakeLitLenEntries();
 const std::array<uint32_t, kDistanceSymbols> kDistanceSymbolEntries = MakeDistanceEntries();
 const std::array<uint32_t, kCodeLengthSymbols> kCodeLengthSymbolEntries = MakeCodeLengthEntries();
 
+void BuildMatchEntries(DecodeTable& litLen, const DecodeTable& distance, const uint8_t* litLenLengths,
+                       unsigned litLenCount, const uint8_t* distanceLengths, unsigned distanceCount,
+                       uint32_t* matchEntries)
+{
+    if (DistanceSearchesReachFurther(litLen, distance))
+        return;
+    const unsigned primaryBits = litLen.primaryBits;
+
+    // The share of matches whose codes fit, by the codes' own count: a code of n bits stands for
+    // 2^-n of its symbols. Where the two kinds of match mix, the test between them goes either
+    // way in the fast loop and costs more than it saves; building the table costs too.
+    uint64_t distanceShare = 0;
+    uint64_t distanceShareUpTo[kMaxCodeLength + 1] = {}; // of codes of at most n bits, distance 0 aside
+    for (unsigned symbol = 0; symbol < distanceCount; ++symbol) {
+        const unsigned length = distanceLengths[symbol];
+        if (length == 0)
+            continue;
+        distanceShare += uint64_t{1} << (kMaxCodeLength - length);
+        if (EntryPayload(kDistanceSymbolEntries[symbol]) != 0)
+            distanceShareUpTo[length] += uint64_t{1} << (kMaxCodeLength - length);
+    }
+    for (unsigned length = 1; length <= kMaxCodeLength; ++length)
+        distanceShareUpTo[length] += distanceShareUpTo[length - 1];
+    const unsigned lastLengthSymbol = std::min(litLenCount, 286u);
+    uint64_t matchShare = 0, fittingShare = 0;
+    for (unsigned symbol = 257; symbol < lastLengthSymbol; ++symbol) {
+        const unsigned length = litLenLengths[symbol];
+        if (length == 0)
+            continue;
+        const uint64_t share = uint64_t{1} << (kMaxCodeLength - length);
+        matchShare += share * distanceShare;
+        const unsigned lengthBits = length + EntryTotal(kLitLenSymbolEntries[symbol]); // with the extra bits
+        if (EntryPayload(kLitLenSymbolEntries[symbol]) != 0 && lengthBits < primaryBits)
+            fittingShare += share * distanceShareUpTo[primaryBits - lengthBits];
+    }
+    if (fittingShare == 0 || fittingShare < matchShare - matchShare / 8)
+        return;
+
+    uint16_t lengthCodes[kLitLenSymbols];
+    uint16_t distanceCodes[kDistanceSymbols];
+    ReversedCodes(litLenLengths, litLenCount, lengthCodes);
+    ReversedCodes(distanceLengths, distanceCount, distanceCodes);
+    std::memcpy(matchEntries, litLen.entries, (size_t{1} << primaryBits) * sizeof(uint32_t));
+    for (unsigned symbol = 257; symbol < lastLengthSymbol; ++symbol) {
+        const unsigned codeword = litLenLengths[symbol];
+        const unsigned extraBits = EntryTotal(kLitLenSymbolEntries[symbol]);
+        const unsigned lengthBits = codeword + extraBits;
+        if (codeword == 0 || lengthBits >= primaryBits || EntryPayload(kLitLenSymbolEntries[symbol]) == 0)
+            continue;
+        for (uint32_t extra = 0; extra < (1u << extraBits); ++extra) {
+            const uint32_t lengthPattern = lengthCodes[symbol] | extra << codeword;
+            const uint32_t matchLength = EntryPayload(kLitLenSymbolEntries[symbol]) + extra;
+            for (uint32_t distanceSymbol = 0; distanceSymbol < distanceCount; ++distanceSymbol) {
+                const unsigned codes = lengthBits + distanceLengths[distanceSymbol];
+                const uint32_t distanceEntry = kDistanceSymbolEntries[distanceSymbol];
+                if (distanceLengths[distanceSymbol] == 0 || codes > primaryBits || EntryPayload(distanceEntry) == 0)
+                    continue;
+                const uint32_t pattern = lengthPattern | uint32_t{distanceCodes[distanceSymbol]} << lengthBits;
+                const uint32_t entry = distanceSymbol << 24 | (matchLength - 3) << 16 | kEntryMatch | codes << 8 |
+                                       (codes + EntryTotal(distanceEntry));
+                for (uint32_t above = 0; above < (1u << (primaryBits - codes)); ++above)
+                    matchEntries[pattern | above << codes] = entry;
+            }
+        }
+    }
+    litLen.fastPrimary = matchEntries;
+}
+
 int32_t BuildDecodeTable(DecodeTable& table, const uint8_t* lengths, unsigned count,
                          const uint32_t* symbolEntries)
 {
+    table.fastPrimary = table.entries;
     // Count codes per length; find the longest length present.
     uint32_t perLength[kMaxCodeLength + 1] = {};
     for (unsigned symbol = 0; symbol < count; ++symbol)
@@ -104,13 +197,8 @@ int32_t BuildDecodeTable(DecodeTable& table, const uint8_t* lengths, unsigned co
         if (lengths[symbol] != 0)
             sorted[offsets[lengths[symbol]]++] = static_cast<uint16_t>(symbol);
 
-    // First code of each length, as canonical Huffman codes are assigned.
-    uint32_t nextCode[kMaxCodeLength + 1] = {};
-    uint32_t code = 0;
-    for (unsigned length = 1; length <= kMaxCodeLength; ++length) {
-        code = (code + perLength[length - 1]) << 1;
-        nextCode[length] = code;
-    }
+    uint32_t nextCode[kMaxCodeLength + 1];
+    FirstCodes(perLength, nextCode);
 
     // Primary table, by doubling: after step `length` the first 2^length entries describe
     // every pattern of that many bits; copying them up replicates each shorter code (and each
