@@ -1,5 +1,6 @@
 // libFuzzer target for the inflate. Input: 3 bytes of settings, then the stream.
-//   byte 0: bit 0 = deflate64; bits 1-2 choose how bytes 1-2 give the capacity
+//   byte 0: bit 0 = deflate64; bits 1-2 choose how bytes 1-2 give the capacity; bit 3 runs the
+//           plain x86-64 fast loop instead of the BMI2 one
 // Checks, on every input: nothing crashes or trips a sanitizer; Inflate and InflateInto agree;
 // the plain model agrees (results, raised errors, messages, bytes); and where zlib's raw inflate
 // of the same bytes succeeds and ours returns 0, the outputs agree up to the capacity.
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "inflate_model.h"
+#include "png/inflate_stream.h"
 
 using vex::png::testing::Compare;
 using vex::png::testing::ModelInflate;
@@ -60,6 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     default: capacity = 2147483647 - 99 + value % 3; break; // the add overflows
     }
     const std::vector<uint8_t> stream(data + 3, data + size);
+    vex::png::inflate_detail::forcePlainFastLoop = (data[0] & 8) != 0;
 
     const ModelOutcome real = RealInflate(stream, capacity, deflate64);
     const ModelOutcome into = RealInflate(stream, capacity, deflate64, true);
