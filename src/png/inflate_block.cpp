@@ -195,7 +195,9 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
     };
 #define VEX_BITS(value, count) LowBits<kBmi2>((value), (count))
 
-    auto position = [&]() VEX_ALWAYS_INLINE { return (inputBase + uint64_t(in - stream.begin)) * 8 - (bitsLeft & 0xff); };
+    auto position = [&]() VEX_ALWAYS_INLINE {
+        return (inputBase + uint64_t(in - stream.begin)) * 8 - (bitsLeft & 0xff);
+    };
     auto save = [&]() VEX_ALWAYS_INLINE {
         stream.next = in;
         stream.bitBuffer = bitBuffer;
@@ -277,9 +279,9 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
             if constexpr (kTrackDistance)
                 lastDistanceSearch = position() + distanceTable.longest;
             entry = distances[bitBuffer & kDistanceMask];
-            // Literals and a length may have taken 42 bits since the last refill: refill unless the
-            // distance (28 bits at most) and the next lookup (11) still fit. The refill leaves the
-            // bits already looked at as they are.
+            // Literals and a length may have taken 42 bits since the last refill: refill unless
+            // the distance (28 bits at most) and the next lookup (11) still fit. The refill leaves
+            // the bits already looked at as they are.
             if ((bitsLeft & 0xff) < 28 + kLitLenPrimaryBits)
                 VEX_REFILL();
             if (entry & kEntryExceptional) {
@@ -321,18 +323,26 @@ VEX_ALWAYS_INLINE inline bool DecodeFastBody(InflateStream& stream, const Decode
 #undef VEX_BITS
 }
 
+// The fast loop with or without noting distance searches.
+template <bool kBmi2>
+VEX_ALWAYS_INLINE inline bool DecodeFastFor(InflateStream& stream, const DecodeTable& litLen,
+                                            const DecodeTable& distance, Flow& flow)
+{
+    if (DistanceSearchesReachFurther(litLen, distance))
+        return DecodeFastBody<kBmi2, true>(stream, litLen, distance, flow);
+    return DecodeFastBody<kBmi2, false>(stream, litLen, distance, flow);
+}
+
 bool DecodeFastPlain(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
 {
-    return DistanceSearchesReachFurther(litLen, distance) ? DecodeFastBody<false, true>(stream, litLen, distance, flow)
-                                            : DecodeFastBody<false, false>(stream, litLen, distance, flow);
+    return DecodeFastFor<false>(stream, litLen, distance, flow);
 }
 
 #if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
 __attribute__((target("bmi2"))) bool DecodeFastBmi2(InflateStream& stream, const DecodeTable& litLen,
                                                     const DecodeTable& distance, Flow& flow)
 {
-    return DistanceSearchesReachFurther(litLen, distance) ? DecodeFastBody<true, true>(stream, litLen, distance, flow)
-                                            : DecodeFastBody<true, false>(stream, litLen, distance, flow);
+    return DecodeFastFor<true>(stream, litLen, distance, flow);
 }
 
 bool DecodeFast(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)

@@ -96,17 +96,15 @@ const std::array<uint32_t, kLitLenSymbols> kLitLenSymbolEntries = MakeLitLenEntr
 const std::array<uint32_t, kDistanceSymbols> kDistanceSymbolEntries = MakeDistanceEntries();
 const std::array<uint32_t, kCodeLengthSymbols> kCodeLengthSymbolEntries = MakeCodeLengthEntries();
 
-void BuildMatchEntries(DecodeTable& litLen, const DecodeTable& distance, const uint8_t* litLenLengths,
-                       unsigned litLenCount, const uint8_t* distanceLengths, unsigned distanceCount,
-                       uint32_t* matchEntries)
-{
-    if (DistanceSearchesReachFurther(litLen, distance))
-        return;
-    const unsigned primaryBits = litLen.primaryBits;
+namespace {
 
-    // The share of matches whose codes fit, by the codes' own count: a code of n bits stands for
-    // 2^-n of its symbols. Where the two kinds of match mix, the test between them goes either
-    // way in the fast loop and costs more than it saves; building the table costs too.
+// Whether nearly all of a block's matches (seven in eight) have a length code, its extra bits and
+// a distance code that fit in the primary bits together, by the codes' own count: a code of n
+// bits stands for 2^-n of its symbols. Where the two kinds of match mix, the test between them
+// goes either way in the fast loop and costs more than it saves; building the table costs too.
+bool NearlyAllMatchesFit(const uint8_t* litLenLengths, unsigned litLenCount, const uint8_t* distanceLengths,
+                         unsigned distanceCount, unsigned primaryBits)
+{
     uint64_t distanceShare = 0;
     uint64_t distanceShareUpTo[kMaxCodeLength + 1] = {}; // of codes of at most n bits, distance 0 aside
     for (unsigned symbol = 0; symbol < distanceCount; ++symbol) {
@@ -119,9 +117,9 @@ void BuildMatchEntries(DecodeTable& litLen, const DecodeTable& distance, const u
     }
     for (unsigned length = 1; length <= kMaxCodeLength; ++length)
         distanceShareUpTo[length] += distanceShareUpTo[length - 1];
-    const unsigned lastLengthSymbol = std::min(litLenCount, 286u);
+
     uint64_t matchShare = 0, fittingShare = 0;
-    for (unsigned symbol = 257; symbol < lastLengthSymbol; ++symbol) {
+    for (unsigned symbol = 257; symbol < std::min(litLenCount, 286u); ++symbol) {
         const unsigned length = litLenLengths[symbol];
         if (length == 0)
             continue;
@@ -131,15 +129,19 @@ void BuildMatchEntries(DecodeTable& litLen, const DecodeTable& distance, const u
         if (EntryPayload(kLitLenSymbolEntries[symbol]) != 0 && lengthBits < primaryBits)
             fittingShare += share * distanceShareUpTo[primaryBits - lengthBits];
     }
-    if (fittingShare == 0 || fittingShare < matchShare - matchShare / 8)
-        return;
+    return fittingShare != 0 && fittingShare >= matchShare - matchShare / 8;
+}
 
+// Writes a match entry over every primary pattern that begins with a length code, its extra
+// bits and a distance code (length-0 and distance-0 symbols aside).
+void WriteMatchEntries(uint32_t* entries, unsigned primaryBits, const uint8_t* litLenLengths, unsigned litLenCount,
+                       const uint8_t* distanceLengths, unsigned distanceCount)
+{
     uint16_t lengthCodes[kLitLenSymbols];
     uint16_t distanceCodes[kDistanceSymbols];
     ReversedCodes(litLenLengths, litLenCount, lengthCodes);
     ReversedCodes(distanceLengths, distanceCount, distanceCodes);
-    std::memcpy(matchEntries, litLen.entries, (size_t{1} << primaryBits) * sizeof(uint32_t));
-    for (unsigned symbol = 257; symbol < lastLengthSymbol; ++symbol) {
+    for (unsigned symbol = 257; symbol < std::min(litLenCount, 286u); ++symbol) {
         const unsigned codeword = litLenLengths[symbol];
         const unsigned extraBits = EntryTotal(kLitLenSymbolEntries[symbol]);
         const unsigned lengthBits = codeword + extraBits;
@@ -157,10 +159,23 @@ void BuildMatchEntries(DecodeTable& litLen, const DecodeTable& distance, const u
                 const uint32_t entry = distanceSymbol << 24 | (matchLength - 3) << 16 | kEntryMatch | codes << 8 |
                                        (codes + EntryTotal(distanceEntry));
                 for (uint32_t above = 0; above < (1u << (primaryBits - codes)); ++above)
-                    matchEntries[pattern | above << codes] = entry;
+                    entries[pattern | above << codes] = entry;
             }
         }
     }
+}
+
+} // namespace
+
+void BuildMatchEntries(DecodeTable& litLen, const DecodeTable& distance, const uint8_t* litLenLengths,
+                       unsigned litLenCount, const uint8_t* distanceLengths, unsigned distanceCount,
+                       uint32_t* matchEntries)
+{
+    if (DistanceSearchesReachFurther(litLen, distance) ||
+        !NearlyAllMatchesFit(litLenLengths, litLenCount, distanceLengths, distanceCount, litLen.primaryBits))
+        return;
+    std::memcpy(matchEntries, litLen.entries, (size_t{1} << litLen.primaryBits) * sizeof(uint32_t));
+    WriteMatchEntries(matchEntries, litLen.primaryBits, litLenLengths, litLenCount, distanceLengths, distanceCount);
     litLen.fastPrimary = matchEntries;
 }
 
