@@ -348,7 +348,9 @@ __attribute__((target("bmi2"))) bool DecodeFastBmi2(InflateStream& stream, const
 bool DecodeFast(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
 {
     static const bool hasBmi2 = __builtin_cpu_supports("bmi2");
-    return hasBmi2 && !forcePlainFastLoop ? DecodeFastBmi2(stream, litLen, distance, flow) : DecodeFastPlain(stream, litLen, distance, flow);
+    if (hasBmi2 && !forcePlainFastLoop)
+        return DecodeFastBmi2(stream, litLen, distance, flow);
+    return DecodeFastPlain(stream, litLen, distance, flow);
 }
 #else
 bool DecodeFast(InflateStream& stream, const DecodeTable& litLen, const DecodeTable& distance, Flow& flow)
